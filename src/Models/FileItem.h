@@ -1,0 +1,37 @@
+// SPDX-License-Identifier: MIT
+#pragma once
+
+#include "FileCategory.h"
+
+#include <QHashFunctions>
+#include <QString>
+#include <QUuid>
+#include <optional>
+
+// One discovered file or folder. Equal (and hashed) by id alone, so a copy whose selection
+// changed is still the same item.
+struct FileItem
+{
+    QUuid id = QUuid::createUuid();
+    QString path;
+    FileCategory category = FileCategory::other;
+    qint64 size = 0;
+    bool isSelected = true;
+    double confidence = 1.0;
+    std::optional<QString> note;
+    bool isProtected = false;
+    std::optional<QString> packageID; // installer receipts only
+
+    // path with the home folder shown as "~".
+    [[nodiscard]] QString displayPath() const;
+    [[nodiscard]] QString formattedSize() const;
+    // Below this an item is marked as a weak match.
+    [[nodiscard]] bool isLowConfidence() const { return confidence < 0.8; }
+
+    friend bool operator==(const FileItem &a, const FileItem &b) { return a.id == b.id; }
+};
+
+inline size_t qHash(const FileItem &item, size_t seed = 0) noexcept
+{
+    return qHash(item.id, seed);
+}

@@ -1,0 +1,132 @@
+// SPDX-License-Identifier: MIT
+#include "SystemLayout.h"
+
+#include <QDir>
+#include <QFile>
+
+#include <pwd.h>
+#include <unistd.h>
+
+#if defined(Q_OS_MACOS)
+#include <vector>
+#endif
+
+namespace {
+QString g_root = QStringLiteral("/");
+QString g_home = QDir::homePath();
+
+QString cleaned(const QString &path)
+{
+    return QDir::cleanPath(QDir(path).absolutePath());
+}
+
+QString loginName()
+{
+    if (const passwd *entry = getpwuid(getuid()); entry && entry->pw_name)
+        return QString::fromLocal8Bit(entry->pw_name);
+    const QString user = qEnvironmentVariable("USER");
+    return user.isEmpty() ? QStringLiteral("user") : user;
+}
+
+#if defined(Q_OS_MACOS)
+std::optional<QString> confstrText(int name)
+{
+    const size_t length = confstr(name, nullptr, 0);
+    if (length < 1)
+        return std::nullopt;
+    std::vector<char> buffer(length, '\0');
+    if (confstr(name, buffer.data(), length) < 1)
+        return std::nullopt;
+    return QString::fromUtf8(buffer.data());
+}
+#endif
+} // namespace
+
+void SystemLayout::set(const QString &root, const QString &home)
+{
+    g_root = cleaned(root);
+    g_home = home.isEmpty() ? defaultHome(g_root) : cleaned(home);
+}
+
+void SystemLayout::reset()
+{
+    g_root = QStringLiteral("/");
+    g_home = QDir::homePath();
+}
+
+QString SystemLayout::root()
+{
+    return g_root;
+}
+
+QString SystemLayout::home()
+{
+    return g_home;
+}
+
+bool SystemLayout::isFakeRoot()
+{
+    return g_root != QLatin1String("/");
+}
+
+QString SystemLayout::path(const QString &macPath)
+{
+    if (macPath == QLatin1String("~"))
+        return g_home;
+    if (macPath.startsWith(QLatin1String("~/")))
+        return g_home + macPath.mid(1);
+    if (!macPath.startsWith(QLatin1Char('/')) || !isFakeRoot())
+        return macPath;
+    return g_root + macPath;
+}
+
+std::optional<QString> SystemLayout::macPath(const QString &realPath)
+{
+    if (!isFakeRoot())
+        return realPath.startsWith(QLatin1Char('/')) ? std::optional<QString>(realPath)
+                                                     : std::nullopt;
+    if (realPath == g_root)
+        return QStringLiteral("/");
+    if (realPath.startsWith(g_root + QLatin1Char('/')))
+        return realPath.mid(g_root.size());
+    return std::nullopt;
+}
+
+QString SystemLayout::displayPath(const QString &path)
+{
+    if (g_home.isEmpty())
+        return path;
+    return QString(path).replace(g_home, QStringLiteral("~"));
+}
+
+QStringList SystemLayout::darwinUserDirectories()
+{
+    QStringList result;
+#if defined(Q_OS_MACOS)
+    if (!isFakeRoot()) {
+        for (const int name : {_CS_DARWIN_USER_CACHE_DIR, _CS_DARWIN_USER_TEMP_DIR}) {
+            if (auto text = confstrText(name))
+                result.append(*text);
+        }
+        return result;
+    }
+#endif
+    if (!isFakeRoot())
+        return result;
+    QFile file(g_root + QStringLiteral("/.fakemac/darwin-user-dirs"));
+    if (!file.open(QIODevice::ReadOnly))
+        return result;
+    const QStringList lines = QString::fromUtf8(file.readAll()).split(QLatin1Char('\n'));
+    for (const QString &line : lines) {
+        if (!line.isEmpty() && result.size() < 2)
+            result.append(line);
+    }
+    return result;
+}
+
+QString SystemLayout::defaultHome(const QString &root)
+{
+    if (cleaned(root) == QLatin1String("/"))
+        return QDir::homePath();
+    return cleaned(root) + QStringLiteral("/Users/") + loginName();
+}

@@ -1,0 +1,41 @@
+// SPDX-License-Identifier: MIT
+#pragma once
+
+#include <QString>
+#include <QStringList>
+#include <optional>
+
+// Where the Mac's "/" and the user's home folder are. Set once by main (from --root/--home)
+// before any other thread starts, read-only afterwards. With root "/" every path is the real
+// one; with a folder as root the whole program runs against a fake Mac laid out inside it.
+class SystemLayout
+{
+public:
+    SystemLayout() = delete;
+
+    // Both absolute; they are cleaned. An empty home means the default for the root.
+    static void set(const QString &root, const QString &home = {});
+    // Back to the real machine: root "/", the user's own home.
+    static void reset();
+
+    [[nodiscard]] static QString root();
+    [[nodiscard]] static QString home();
+    [[nodiscard]] static bool isFakeRoot();
+
+    // A Mac path ("/Library/Caches", "/usr/sbin/pkgutil") as a real path under root;
+    // "~" and "~/..." under home. Other texts are returned as they are.
+    [[nodiscard]] static QString path(const QString &macPath);
+    // The Mac path of a real path under root ("/System/Applications/Foo.app"), or nothing when
+    // the path lies outside root.
+    [[nodiscard]] static std::optional<QString> macPath(const QString &realPath);
+
+    // Every occurrence of the home folder replaced by "~".
+    [[nodiscard]] static QString displayPath(const QString &path);
+
+    // The per-user cache and temporary folders as confstr reports them (each ending in "/"):
+    // confstr on macOS, ROOT/.fakemac/darwin-user-dirs on a fake Mac, else none.
+    [[nodiscard]] static QStringList darwinUserDirectories();
+
+    // The default home for a root: the real home for "/", ROOT/Users/<login> otherwise.
+    [[nodiscard]] static QString defaultHome(const QString &root);
+};

@@ -1,0 +1,21 @@
+// SPDX-License-Identifier: MIT
+#pragma once
+
+#include <QString>
+#include <QStringList>
+
+// The last check before a path or package identifier reaches a shell that runs as root.
+// Purely textual: nothing is looked up on disk and no link is resolved. Mac roots lie under
+// SystemLayout::root(), "~" roots under SystemLayout::home(); tables are built on every call.
+class AdminPathPolicy
+{
+public:
+    AdminPathPolicy() = delete;
+
+    [[nodiscard]] static bool isAllowed(const QString &path);
+    [[nodiscard]] static bool isValidPackageID(const QString &id);
+    // The user's Trash folder: HOME/.Trash.
+    [[nodiscard]] static QString trashDirectory();
+    // The per-user cache and temporary folders, cache first, without their trailing "/".
+    [[nodiscard]] static QStringList userDarwinDirectories();
+};

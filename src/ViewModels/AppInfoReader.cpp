@@ -1,0 +1,55 @@
+// SPDX-License-Identifier: MIT
+#include "AppInfoReader.h"
+
+#include "Platform/Bundle.h"
+#include "Platform/SystemLayout.h"
+
+#include <QFileInfo>
+
+namespace AppInfoReader {
+
+std::optional<AppInfo> read(const QString &bundlePath)
+{
+    const auto bundle = Bundle::open(bundlePath);
+    if (!bundle)
+        return std::nullopt;
+    const auto identifier = bundle->identifier();
+    if (!identifier)
+        return std::nullopt;
+    AppInfo record;
+    record.name = lastPathComponent(bundlePath);
+    record.bundleIdentifier = *identifier;
+    record.bundlePath = bundlePath;
+    record.version = bundle->stringValue(QStringLiteral("CFBundleShortVersionString"));
+    record.isSystemProtected = isUnderSystemFolder(bundlePath);
+    return record;
+}
+
+QString lastPathComponent(const QString &path)
+{
+    QString trimmed = path;
+    while (trimmed.size() > 1 && trimmed.endsWith(QLatin1Char('/')))
+        trimmed.chop(1);
+    return trimmed.mid(trimmed.lastIndexOf(QLatin1Char('/')) + 1);
+}
+
+QString pathExtension(const QString &path)
+{
+    const QString component = lastPathComponent(path);
+    const qsizetype dot = component.lastIndexOf(QLatin1Char('.'));
+    return dot < 0 ? QString() : component.mid(dot + 1);
+}
+
+bool isUnderSystemFolder(const QString &path)
+{
+    const QString resolved = QFileInfo(path).canonicalFilePath();
+    if (resolved.isEmpty())
+        return false;
+    // The root itself may sit behind a link (/tmp on some systems): compare resolved with resolved.
+    const QString root = QFileInfo(SystemLayout::root()).canonicalFilePath();
+    const QString prefix =
+        (root == QLatin1String("/") ? QString() : root) + QStringLiteral("/System/");
+    return resolved.startsWith(prefix);
+}
+
+} // namespace AppInfoReader

@@ -1,0 +1,22 @@
+// SPDX-License-Identifier: MIT
+#pragma once
+
+#include "Models/AppInfo.h"
+
+#include <QString>
+#include <optional>
+
+// Reads a dropped bundle into its full record. The icon is made separately (it is slow and
+// runs on the thread pool) and added with withIcon().
+namespace AppInfoReader {
+
+// Nothing when the path is not a readable bundle with an identifier.
+[[nodiscard]] std::optional<AppInfo> read(const QString &bundlePath);
+// The bundle's last path component, also when the path ends in "/".
+[[nodiscard]] QString lastPathComponent(const QString &path);
+// The text after the last "." of the last path component.
+[[nodiscard]] QString pathExtension(const QString &path);
+// Whether the path, with every symbolic link resolved, lies under the Mac's "/System/".
+[[nodiscard]] bool isUnderSystemFolder(const QString &path);
+
+} // namespace AppInfoReader

@@ -1,0 +1,301 @@
+// SPDX-License-Identifier: MIT
+#include "MainViewModel.h"
+
+#include "AppInfoReader.h"
+#include "Models/ByteCountFormatter.h"
+#include "Platform/AppIcon.h"
+#include "Platform/Bundle.h"
+#include "Services/FileDiscoveryService.h"
+#include "Services/UninstallService.h"
+
+#include <QDesktopServices>
+#include <QDir>
+#include <QtConcurrent>
+
+namespace {
+const QString kOnlyAppsNotice =
+    QStringLiteral("Only apps can be quenzed. Drag an app from your Applications folder.");
+const QString kItselfNotice = QStringLiteral("Quenzo can't uninstall itself.");
+const QString kSettingsUrl =
+    QStringLiteral("x-apple.systempreferences:com.apple.preference.security?Privacy_AllFiles");
+
+QSharedPointer<UninstallSession> makeSession(const AppInfo &placeholder)
+{
+    // deleteLater: QML may still hold the object for the rest of the current event.
+    return QSharedPointer<UninstallSession>(new UninstallSession(placeholder),
+                                            &QObject::deleteLater);
+}
+
+bool hasStatus(const QList<QSharedPointer<UninstallSession>> &sessions, UninstallStatus::Kind kind)
+{
+    return std::any_of(sessions.cbegin(), sessions.cend(),
+                       [kind](const auto &session) { return session->status().kind() == kind; });
+}
+} // namespace
+
+MainViewModel::Dependencies MainViewModel::defaultDependencies()
+{
+    return Dependencies{
+        std::make_shared<FileDiscoveryService>(),
+        std::make_shared<UninstallService>(),
+        [] { return Bundle::mainBundleIdentifier(); },
+        [] { return FileDiscoveryService::hasFullDiskAccess(); },
+        [](const QUrl &url) { QDesktopServices::openUrl(url); },
+    };
+}
+
+MainViewModel::MainViewModel(QObject *parent) : MainViewModel(defaultDependencies(), parent) {}
+
+MainViewModel::MainViewModel(Dependencies dependencies, QObject *parent)
+    : QObject(parent), m_dependencies(std::move(dependencies))
+{
+    const Dependencies defaults = defaultDependencies();
+    if (!m_dependencies.discovery)
+        m_dependencies.discovery = defaults.discovery;
+    if (!m_dependencies.uninstall)
+        m_dependencies.uninstall = defaults.uninstall;
+    if (!m_dependencies.ownBundleIdentifier)
+        m_dependencies.ownBundleIdentifier = defaults.ownBundleIdentifier;
+    if (!m_dependencies.fullDiskAccessProbe)
+        m_dependencies.fullDiskAccessProbe = defaults.fullDiskAccessProbe;
+    if (!m_dependencies.openUrl)
+        m_dependencies.openUrl = defaults.openUrl;
+    m_hasFullDiskAccess = m_dependencies.fullDiskAccessProbe();
+}
+
+MainViewModel::~MainViewModel()
+{
+    for (const auto &connection : std::as_const(m_sessionObservers))
+        disconnect(connection);
+}
+
+QList<QObject *> MainViewModel::sessionObjects() const
+{
+    QList<QObject *> objects;
+    objects.reserve(m_sessions.size());
+    for (const auto &session : m_sessions)
+        objects.append(session.get());
+    return objects;
+}
+
+void MainViewModel::dismissNotice()
+{
+    if (!m_notice)
+        return;
+    emit willChange();
+    m_notice.reset();
+    emit noticeChanged();
+}
+
+bool MainViewModel::isScanning() const
+{
+    return hasStatus(m_sessions, UninstallStatus::Kind::scanning);
+}
+
+bool MainViewModel::isProcessing() const
+{
+    return hasStatus(m_sessions, UninstallStatus::Kind::processing);
+}
+
+bool MainViewModel::isCompleted() const
+{
+    return !m_sessions.isEmpty() &&
+           std::all_of(m_sessions.cbegin(), m_sessions.cend(), [](const auto &session) {
+               return session->status().kind() == UninstallStatus::Kind::completed;
+           });
+}
+
+QList<QSharedPointer<UninstallSession>> MainViewModel::removableSessions() const
+{
+    QList<QSharedPointer<UninstallSession>> result;
+    std::copy_if(m_sessions.cbegin(), m_sessions.cend(), std::back_inserter(result),
+                 [](const auto &session) { return !session->appInfo().isSystemProtected; });
+    return result;
+}
+
+int MainViewModel::selectedFilesCount() const
+{
+    int count = 0;
+    for (const auto &session : removableSessions())
+        count += session->selectedFilesCount();
+    return count;
+}
+
+qint64 MainViewModel::totalSize() const
+{
+    qint64 total = 0;
+    for (const auto &session : removableSessions()) {
+        if (qAddOverflow(total, session->totalSize(), &total))
+            return std::numeric_limits<qint64>::max();
+    }
+    return total;
+}
+
+bool MainViewModel::canUninstall() const
+{
+    if (isScanning() || isProcessing() || isCompleted())
+        return false;
+    return selectedFilesCount() > 0;
+}
+
+void MainViewModel::handleDroppedFiles(const QList<QUrl> &urls)
+{
+    if (isProcessing())
+        return;
+    QStringList apps;
+    for (const QUrl &url : urls) {
+        if (url.isLocalFile() &&
+            AppInfoReader::pathExtension(url.toLocalFile()) == QLatin1String("app"))
+            apps.append(url.toLocalFile());
+    }
+    if (apps.isEmpty()) {
+        setNotice(kOnlyAppsNotice);
+        return;
+    }
+    if (isCompleted())
+        setSessions({});
+    for (const QString &path : std::as_const(apps)) {
+        if (isListed(path))
+            continue;
+        AppInfo placeholder;
+        placeholder.name = AppInfoReader::lastPathComponent(path);
+        placeholder.bundleIdentifier = QStringLiteral("scanning...");
+        placeholder.bundlePath = path;
+        const auto session = makeSession(placeholder);
+        setSessions(m_sessions + QList{session});
+        // Started from the event loop, so every bundle of the drop is listed before any is read.
+        QMetaObject::invokeMethod(
+            this, [this, session, path] { scan(session, path); }, Qt::QueuedConnection);
+    }
+}
+
+bool MainViewModel::isListed(const QString &bundlePath) const
+{
+    const QString standardized = QDir::cleanPath(bundlePath);
+    return std::any_of(m_sessions.cbegin(), m_sessions.cend(), [&](const auto &session) {
+        return QDir::cleanPath(session->appInfo().bundlePath) == standardized;
+    });
+}
+
+void MainViewModel::scan(const QSharedPointer<UninstallSession> &session, const QString &bundlePath)
+{
+    auto record = AppInfoReader::read(bundlePath);
+    if (!record) {
+        removeSession(session.get());
+        setNotice(AppInfoReader::lastPathComponent(bundlePath) +
+                  QStringLiteral(" couldn't be read as an app."));
+        return;
+    }
+    QtConcurrent::run([bundlePath] {
+        return AppIcon::extract(bundlePath);
+    }).then(this, [this, session, record = *record](const std::optional<QByteArray> &icon) mutable {
+        const auto ownIdentifier = m_dependencies.ownBundleIdentifier();
+        if (ownIdentifier && *ownIdentifier == record.bundleIdentifier) {
+            removeSession(session.get());
+            setNotice(kItselfNotice);
+            return;
+        }
+        record.icon = icon;
+        session->setAppInfo(record);
+        discover(session);
+    });
+}
+
+void MainViewModel::discover(const QSharedPointer<UninstallSession> &session)
+{
+    const auto discovery = m_dependencies.discovery;
+    const AppInfo app = session->appInfo();
+    QtConcurrent::run([discovery, app] {
+        return discovery->discoverFiles(app);
+    }).then(this, [session](const QList<FileItem> &files) {
+        session->setDiscoveredFiles(files);
+        session->setStatus(UninstallStatus::ready());
+        session->addLog(QStringLiteral("Found %1 files (%2)")
+                            .arg(files.size())
+                            .arg(formattedByteCount(session->totalSize())),
+                        true);
+    });
+}
+
+void MainViewModel::removeSession(UninstallSession *session)
+{
+    QList<QSharedPointer<UninstallSession>> kept;
+    std::copy_if(m_sessions.cbegin(), m_sessions.cend(), std::back_inserter(kept),
+                 [session](const auto &listed) { return listed.get() != session; });
+    setSessions(kept);
+}
+
+void MainViewModel::clearSessions()
+{
+    setSessions({});
+}
+
+void MainViewModel::uninstall()
+{
+    QList<QSharedPointer<UninstallSession>> chosen;
+    std::copy_if(m_sessions.cbegin(), m_sessions.cend(), std::back_inserter(chosen),
+                 [](const auto &session) {
+                     return session->status() == UninstallStatus::ready() &&
+                            session->selectedFilesCount() >= 1 &&
+                            !session->appInfo().isSystemProtected;
+                 });
+    if (chosen.isEmpty())
+        return;
+    setSessions(chosen);
+    // The service reports through the sessions themselves; nothing follows its completion here.
+    (void)m_dependencies.uninstall->uninstall(chosen);
+}
+
+void MainViewModel::refreshFullDiskAccess()
+{
+    const bool granted = m_dependencies.fullDiskAccessProbe();
+    if (granted == m_hasFullDiskAccess)
+        return;
+    emit willChange();
+    m_hasFullDiskAccess = granted;
+    emit hasFullDiskAccessChanged();
+}
+
+void MainViewModel::openFullDiskAccessSettings()
+{
+    const QUrl url(kSettingsUrl);
+    if (url.isValid())
+        m_dependencies.openUrl(url);
+}
+
+void MainViewModel::setSessions(const QList<QSharedPointer<UninstallSession>> &sessions)
+{
+    emit willChange();
+    m_sessions = sessions;
+    observeSessions();
+    emit sessionsChanged();
+    emit stateChanged();
+    emit totalsChanged();
+}
+
+void MainViewModel::setNotice(const QString &text)
+{
+    emit willChange();
+    m_notice = text;
+    emit noticeChanged();
+}
+
+void MainViewModel::observeSessions()
+{
+    for (const auto &connection : std::as_const(m_sessionObservers))
+        disconnect(connection);
+    m_sessionObservers.clear();
+    for (const auto &session : std::as_const(m_sessions)) {
+        UninstallSession *raw = session.get();
+        m_sessionObservers.append(
+            connect(raw, &UninstallSession::willChange, this, &MainViewModel::willChange));
+        m_sessionObservers.append(connect(raw, &UninstallSession::statusChanged, this, [this] {
+            emit stateChanged();
+            emit totalsChanged();
+        }));
+        m_sessionObservers.append(
+            connect(raw, &UninstallSession::selectionChanged, this, &MainViewModel::totalsChanged));
+        m_sessionObservers.append(
+            connect(raw, &UninstallSession::appInfoChanged, this, &MainViewModel::totalsChanged));
+    }
+}

@@ -1,0 +1,102 @@
+// SPDX-License-Identifier: MIT
+#pragma once
+
+#include "Models/UninstallSession.h"
+
+#include <QList>
+#include <QObject>
+#include <QSharedPointer>
+#include <QUrl>
+#include <functional>
+#include <memory>
+#include <optional>
+
+class FileDiscoveryService;
+class UninstallService;
+
+// The application controller: the sessions of the dropped apps, the notice for the user, the
+// flags and totals the views show, and the verbs behind the drop and the buttons. Lives on the
+// GUI thread; re-emits every change of a listed session as its own willChange().
+class MainViewModel : public QObject
+{
+    Q_OBJECT
+    Q_PROPERTY(QList<QObject *> sessions READ sessionObjects NOTIFY sessionsChanged)
+    Q_PROPERTY(int sessionCount READ sessionCount NOTIFY sessionsChanged)
+    Q_PROPERTY(QString notice READ noticeText NOTIFY noticeChanged)
+    Q_PROPERTY(bool hasNotice READ hasNotice NOTIFY noticeChanged)
+    Q_PROPERTY(bool isScanning READ isScanning NOTIFY stateChanged)
+    Q_PROPERTY(bool isProcessing READ isProcessing NOTIFY stateChanged)
+    Q_PROPERTY(bool isCompleted READ isCompleted NOTIFY stateChanged)
+    Q_PROPERTY(bool hasFullDiskAccess READ hasFullDiskAccess NOTIFY hasFullDiskAccessChanged)
+    Q_PROPERTY(int selectedFilesCount READ selectedFilesCount NOTIFY totalsChanged)
+    Q_PROPERTY(qint64 totalSize READ totalSize NOTIFY totalsChanged)
+    Q_PROPERTY(bool canUninstall READ canUninstall NOTIFY totalsChanged)
+
+public:
+    // What the controller works with; tests replace any of it.
+    struct Dependencies
+    {
+        std::shared_ptr<FileDiscoveryService> discovery;
+        std::shared_ptr<UninstallService> uninstall;
+        std::function<std::optional<QString>()> ownBundleIdentifier;
+        std::function<bool()> fullDiskAccessProbe;
+        std::function<void(const QUrl &)> openUrl;
+    };
+    // The real services, this program's own identifier and the real probe.
+    [[nodiscard]] static Dependencies defaultDependencies();
+
+    explicit MainViewModel(QObject *parent = nullptr);
+    explicit MainViewModel(Dependencies dependencies, QObject *parent = nullptr);
+    ~MainViewModel() override;
+
+    [[nodiscard]] const QList<QSharedPointer<UninstallSession>> &sessions() const
+    {
+        return m_sessions;
+    }
+    [[nodiscard]] QList<QObject *> sessionObjects() const;
+    [[nodiscard]] int sessionCount() const { return int(m_sessions.size()); }
+
+    [[nodiscard]] const std::optional<QString> &notice() const { return m_notice; }
+    [[nodiscard]] QString noticeText() const { return m_notice.value_or(QString()); }
+    [[nodiscard]] bool hasNotice() const { return m_notice.has_value(); }
+    Q_INVOKABLE void dismissNotice();
+
+    [[nodiscard]] bool isScanning() const;
+    [[nodiscard]] bool isProcessing() const;
+    [[nodiscard]] bool isCompleted() const;
+    [[nodiscard]] bool hasFullDiskAccess() const { return m_hasFullDiskAccess; }
+    [[nodiscard]] int selectedFilesCount() const;
+    [[nodiscard]] qint64 totalSize() const;
+    [[nodiscard]] bool canUninstall() const;
+
+    // One drop: the URLs in drop order. Ignored while an uninstall runs.
+    Q_INVOKABLE void handleDroppedFiles(const QList<QUrl> &urls);
+    Q_INVOKABLE void removeSession(UninstallSession *session);
+    Q_INVOKABLE void clearSessions();
+    Q_INVOKABLE void uninstall();
+    Q_INVOKABLE void refreshFullDiskAccess();
+    Q_INVOKABLE void openFullDiskAccessSettings();
+
+signals:
+    void willChange();
+    void sessionsChanged();
+    void noticeChanged();
+    void stateChanged();
+    void totalsChanged();
+    void hasFullDiskAccessChanged();
+
+private:
+    [[nodiscard]] QList<QSharedPointer<UninstallSession>> removableSessions() const;
+    void setSessions(const QList<QSharedPointer<UninstallSession>> &sessions);
+    void setNotice(const QString &text);
+    void observeSessions();
+    [[nodiscard]] bool isListed(const QString &bundlePath) const;
+    void scan(const QSharedPointer<UninstallSession> &session, const QString &bundlePath);
+    void discover(const QSharedPointer<UninstallSession> &session);
+
+    Dependencies m_dependencies;
+    QList<QSharedPointer<UninstallSession>> m_sessions;
+    std::optional<QString> m_notice;
+    bool m_hasFullDiskAccess = false;
+    QList<QMetaObject::Connection> m_sessionObservers;
+};

@@ -1,0 +1,47 @@
+// SPDX-License-Identifier: MIT
+// quenzo: the window. `quenzo [--root DIR] [--home DIR] [APP...]`; apps given here are handled as
+// one drop at start, as a Mac app handles files opened with it.
+#include "Platform/SystemLayout.h"
+#include "ViewModels/MainViewModel.h"
+
+#include <QCommandLineParser>
+#include <QDir>
+#include <QGuiApplication>
+#include <QQmlApplicationEngine>
+#include <QUrl>
+
+int main(int argc, char *argv[])
+{
+    QGuiApplication app(argc, argv);
+    QGuiApplication::setApplicationName(QStringLiteral("Quenzo"));
+
+    QCommandLineParser parser;
+    parser.addHelpOption();
+    const QCommandLineOption rootOption(QStringLiteral("root"),
+                                        QStringLiteral("Folder that stands for the Mac's \"/\"."),
+                                        QStringLiteral("DIR"));
+    const QCommandLineOption homeOption(
+        QStringLiteral("home"), QStringLiteral("The user's home folder."), QStringLiteral("DIR"));
+    parser.addOption(rootOption);
+    parser.addOption(homeOption);
+    parser.addPositionalArgument(QStringLiteral("app"), QStringLiteral("Apps to scan at start."),
+                                 QStringLiteral("[APP...]"));
+    parser.process(app);
+    if (parser.isSet(rootOption) || parser.isSet(homeOption))
+        SystemLayout::set(parser.isSet(rootOption) ? parser.value(rootOption) : QStringLiteral("/"),
+                          parser.value(homeOption));
+
+    MainViewModel viewModel;
+    QQmlApplicationEngine engine;
+    engine.setInitialProperties({{QStringLiteral("viewModel"), QVariant::fromValue(&viewModel)}});
+    engine.load(QUrl(QStringLiteral("qrc:/Quenzo/ContentView.qml")));
+    if (engine.rootObjects().isEmpty())
+        return 1;
+
+    QList<QUrl> apps;
+    for (const QString &path : parser.positionalArguments())
+        apps.append(QUrl::fromLocalFile(QDir::current().absoluteFilePath(path)));
+    if (!apps.isEmpty())
+        viewModel.handleDroppedFiles(apps);
+    return QGuiApplication::exec();
+}

@@ -1,0 +1,61 @@
+// SPDX-License-Identifier: MIT
+#pragma once
+
+#include <QByteArray>
+#include <QJsonObject>
+#include <QString>
+#include <QStringList>
+#include <QVariant>
+#include <QVariantMap>
+#include <optional>
+
+// Lays out a fake Mac under a folder: its "/" is the folder, the user's home is
+// ROOT/Users/<user>. Tests build one in a QTemporaryDir; the demo builds one from a JSON
+// description kept in the repository. Paths given to it are Mac paths: "/..." lies under the
+// root, "~/..." under the home.
+class FakeMac
+{
+public:
+    enum class PlistFormat { xml, binary };
+
+    struct App
+    {
+        QString path;       // Mac path of the bundle, e.g. "/Applications/Writer.app"
+        QString identifier; // CFBundleIdentifier; empty leaves it out
+        QVariant version;   // CFBundleShortVersionString; invalid leaves it out
+        QString executable; // CFBundleExecutable; a small file is written in Contents/MacOS
+        QVariantMap info;   // further Info.plist keys
+        PlistFormat format = PlistFormat::xml;
+        bool icon = false; // an icns with one PNG entry, named by CFBundleIconFile
+    };
+
+    explicit FakeMac(const QString &root, const QString &user = QStringLiteral("tester"));
+
+    [[nodiscard]] QString root() const { return m_root; }
+    [[nodiscard]] QString home() const { return m_home; }
+    // The real path of a Mac path.
+    [[nodiscard]] QString path(const QString &macPath) const;
+    // Makes this fake Mac the one the program sees (SystemLayout).
+    void activate() const;
+
+    // Each returns the real path written.
+    QString addApp(const App &app);
+    QString addFolder(const QString &macPath);
+    QString addFile(const QString &macPath, qint64 size = 0);
+    QString addTextFile(const QString &macPath, const QByteArray &content);
+    QString addSymlink(const QString &macPath, const QString &target);
+    QString addPlist(const QString &macPath, const QVariant &content,
+                     PlistFormat format = PlistFormat::xml);
+    // The per-user cache and temporary folders (Mac paths, created, named as confstr gives them).
+    void setDarwinUserDirectories(const QString &cacheMacPath, const QString &tempMacPath);
+    // A stand-in tool at a Mac path: a shell script with the given body.
+    QString addTool(const QString &macPath, const QByteArray &script);
+
+    // Lays out everything a JSON description names (see docs/fake-mac.md). False, with a
+    // message, when the description is malformed.
+    bool apply(const QJsonObject &description, QString *error);
+
+private:
+    QString m_root;
+    QString m_home;
+};
