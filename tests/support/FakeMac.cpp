@@ -8,6 +8,7 @@
 #include <QFile>
 #include <QFileInfo>
 #include <QJsonArray>
+#include <QJsonDocument>
 
 namespace {
 // A 1 x 1 PNG, enough for an icon entry.
@@ -143,9 +144,39 @@ void FakeMac::setDarwinUserDirectories(const QString &cacheMacPath, const QStrin
                 (cache + QStringLiteral("/\n") + temp + QStringLiteral("/\n")).toUtf8());
 }
 
+QByteArray FakeMac::callRecorder()
+{
+    // Each word is JSON-escaped with sed (backslash, quote, tab, newline) so any file name
+    // survives; the fake root is the part of $0 before /usr, /bin or /System.
+    return R"SH(
+fakemac_root=${0%/usr/*}; fakemac_root=${fakemac_root%/bin/*}; fakemac_root=${fakemac_root%/System/*}
+fakemac_json() { printf '%s' "$1" | sed -e 's/\\/\\\\/g' -e 's/"/\\"/g' -e 's/\t/\\t/g' | awk 'NR > 1 { printf "\\n" } { printf "%s", $0 }'; }
+fakemac_line="[\"$(fakemac_json "${0#"$fakemac_root"}")\""
+for fakemac_word in "$@"; do fakemac_line="$fakemac_line,\"$(fakemac_json "$fakemac_word")\""; done
+mkdir -p "$fakemac_root/.fakemac" && printf '%s]\n' "$fakemac_line" >> "$fakemac_root/.fakemac/calls.log"
+)SH";
+}
+
+QList<QStringList> FakeMac::calls() const
+{
+    QList<QStringList> result;
+    QFile file(m_root + QStringLiteral("/.fakemac/calls.log"));
+    if (!file.open(QIODevice::ReadOnly))
+        return result;
+    for (const QByteArray &line : file.readAll().split('\n')) {
+        if (line.isEmpty())
+            continue;
+        QStringList words;
+        for (const QJsonValue &word : QJsonDocument::fromJson(line).array())
+            words.append(word.toString());
+        result.append(words);
+    }
+    return result;
+}
+
 QString FakeMac::addTool(const QString &macPath, const QByteArray &script)
 {
-    const QString real = addTextFile(macPath, script);
+    const QString real = addTextFile(macPath, QByteArray("#!/bin/sh\n") + callRecorder() + script);
     QFile::setPermissions(real, QFile::permissions(real) | QFileDevice::ExeOwner |
                                     QFileDevice::ExeGroup | QFileDevice::ExeOther);
     return real;

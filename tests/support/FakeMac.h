@@ -48,8 +48,14 @@ public:
                      PlistFormat format = PlistFormat::xml);
     // The per-user cache and temporary folders (Mac paths, created, named as confstr gives them).
     void setDarwinUserDirectories(const QString &cacheMacPath, const QString &tempMacPath);
-    // A stand-in tool at a Mac path: a shell script with the given body.
+    // A stand-in tool at a Mac path: a /bin/sh script with the given body (no "#!" line needed).
+    // The script starts by recording its call, see calls().
     QString addTool(const QString &macPath, const QByteArray &script);
+    // Every stand-in call so far, oldest first: the tool's Mac path, then its arguments. Read
+    // from ROOT/.fakemac/calls.log, one JSON array per line.
+    [[nodiscard]] QList<QStringList> calls() const;
+    // Shell code that appends the script's own call ($0 as a Mac path, then "$@") to calls.log.
+    [[nodiscard]] static QByteArray callRecorder();
 
     // Lays out everything a JSON description names (see docs/fake-mac.md). False, with a
     // message, when the description is malformed.

@@ -1,0 +1,41 @@
+// SPDX-License-Identifier: MIT
+#include "ToolRunner.h"
+
+#include <QProcess>
+
+namespace {
+// A tool that hangs must not hang the program; real tools answer in seconds.
+constexpr int kTimeoutMs = 120'000;
+} // namespace
+
+ToolResult ToolRunner::run(const QString &program, const QStringList &arguments,
+                           ErrorOutput errors) const
+{
+    QProcess process;
+    if (errors == ErrorOutput::merge)
+        process.setProcessChannelMode(QProcess::MergedChannels);
+    else
+        process.setStandardErrorFile(QProcess::nullDevice());
+    process.setStandardInputFile(QProcess::nullDevice());
+    process.start(program, arguments, QIODevice::ReadOnly);
+    ToolResult result;
+    if (!process.waitForStarted()) {
+        result.errorText = process.errorString();
+        return result;
+    }
+    // QProcess drains the pipe into its own buffer while we wait, so a chatty tool never blocks.
+    if (!process.waitForFinished(kTimeoutMs)) {
+        process.kill();
+        process.waitForFinished();
+        result.errorText = QStringLiteral("%1 did not finish in time").arg(program);
+        result.output = process.readAll();
+        return result;
+    }
+    result.output = process.readAll();
+    if (process.exitStatus() == QProcess::CrashExit) {
+        result.errorText = process.errorString();
+        return result;
+    }
+    result.exitStatus = process.exitCode();
+    return result;
+}

@@ -1,0 +1,121 @@
+// SPDX-License-Identifier: MIT
+#include "ProcessService.h"
+
+#include "Platform/RunningApplications.h"
+#include "Platform/SystemLayout.h"
+#include "Platform/ToolRunner.h"
+
+#include <QDir>
+#include <QFileInfo>
+#include <QStringDecoder>
+#include <QThread>
+
+namespace {
+constexpr std::chrono::milliseconds kPollInterval{500};
+constexpr int kPolls = 10;
+
+// The bundle as written and, where a link leads to it, as the kernel names executables.
+QStringList bundlePrefixes(const QString &bundlePath)
+{
+    QStringList prefixes{QDir::cleanPath(bundlePath) + QLatin1Char('/')};
+    const QString canonical = QFileInfo(bundlePath).canonicalFilePath();
+    if (!canonical.isEmpty() && !prefixes.contains(canonical + QLatin1Char('/')))
+        prefixes.append(canonical + QLatin1Char('/'));
+    return prefixes;
+}
+
+bool startsWithAny(const std::optional<QString> &path, const QStringList &prefixes)
+{
+    if (!path)
+        return false;
+    const QString standardized = QDir::cleanPath(*path);
+    return std::any_of(prefixes.cbegin(), prefixes.cend(),
+                       [&](const QString &prefix) { return standardized.startsWith(prefix); });
+}
+
+bool belongsToBundle(const RunningApplication &application, const QString &bundleIdentifier,
+                     const QStringList &prefixes)
+{
+    if (application.bundleIdentifier && *application.bundleIdentifier == bundleIdentifier)
+        return true;
+    if (startsWithAny(application.bundlePath, prefixes))
+        return true;
+    return startsWithAny(application.executablePath, prefixes);
+}
+
+QString decodedOutput(const QByteArray &bytes)
+{
+    QStringDecoder decoder(QStringDecoder::Utf8);
+    const QString text = decoder(bytes);
+    return decoder.hasError() ? QString() : text.trimmed();
+}
+} // namespace
+
+ProcessService::ProcessService() : ProcessService(Dependencies{}) {}
+
+ProcessService::ProcessService(Dependencies dependencies) : m_dependencies(std::move(dependencies))
+{
+    if (!m_dependencies.applications)
+        m_dependencies.applications = std::make_shared<RunningApplications>();
+    if (!m_dependencies.tools)
+        m_dependencies.tools = std::make_shared<const ToolRunner>();
+    if (!m_dependencies.sleep)
+        m_dependencies.sleep = [](std::chrono::milliseconds duration) {
+            QThread::msleep(static_cast<unsigned long>(duration.count()));
+        };
+}
+
+std::optional<UninstallError> ProcessService::quitApp(const QString &bundleIdentifier,
+                                                      const QString &bundlePath) const
+{
+    const QStringList prefixes = bundlePrefixes(bundlePath);
+    RunningApplications &applications = *m_dependencies.applications;
+    const qint64 self = applications.ownProcessIdentifier();
+    QList<RunningApplication> kept;
+    for (const RunningApplication &application : applications.list()) {
+        if (application.processIdentifier != self &&
+            belongsToBundle(application, bundleIdentifier, prefixes))
+            kept.append(application);
+    }
+    if (kept.isEmpty())
+        return UninstallError::appNotRunning();
+    for (const RunningApplication &application : std::as_const(kept)) {
+        applications.terminate(application);
+        if (waitUntilTerminated(application, kPolls))
+            continue;
+        applications.forceTerminate(application);
+        m_dependencies.sleep(kPollInterval);
+        if (!applications.isTerminated(application))
+            return UninstallError::failedToQuitApp();
+    }
+    return std::nullopt;
+}
+
+bool ProcessService::waitUntilTerminated(const RunningApplication &application, int polls) const
+{
+    for (int slept = 0; !m_dependencies.applications->isTerminated(application); ++slept) {
+        if (slept == polls)
+            return false;
+        m_dependencies.sleep(kPollInterval);
+    }
+    return true;
+}
+
+std::optional<UninstallError> ProcessService::unloadLaunchItem(const QString &path) const
+{
+    const ProcessOutput result =
+        run(SystemLayout::path(QStringLiteral("/bin/launchctl")), {QStringLiteral("unload"), path});
+    if (result.status == 0)
+        return std::nullopt;
+    return UninstallError::failedToUnloadLaunchItem(
+        result.output.isEmpty() ? QStringLiteral("Unknown error") : result.output);
+}
+
+ProcessOutput ProcessService::run(const QString &executable, const QStringList &arguments) const
+{
+    const ToolResult result =
+        m_dependencies.tools->run(executable, arguments, ToolRunner::ErrorOutput::merge);
+    if (result.exitStatus == -1 && !result.errorText.isEmpty())
+        return ProcessOutput{-1, result.errorText};
+    return ProcessOutput{result.exitStatus, decodedOutput(result.output)};
+}
