@@ -1,10 +1,12 @@
 // SPDX-License-Identifier: MIT
 import QtQuick
 import QtQuick.Controls
+import Quenzo
 
+// The one window: fixed at 600 × 550, titled "Quenzo".
 ApplicationWindow {
     id: window
-    required property var viewModel
+    required property MainViewModel viewModel
 
     width: 600
     height: 550
@@ -14,9 +16,11 @@ ApplicationWindow {
     maximumHeight: 550
     visible: true
     title: "Quenzo"
+    color: Theme.windowBackground
 
-    Label {
-        anchors.centerIn: parent
-        text: "Drop apps here to quenz them"
+    MainView {
+        objectName: "mainView"
+        anchors.fill: parent
+        viewModel: window.viewModel
     }
 }

@@ -3,12 +3,16 @@
 // one drop at start, as a Mac app handles files opened with it.
 #include "Platform/SystemLayout.h"
 #include "ViewModels/MainViewModel.h"
+#include "Views/QuenzoUi.h"
 
 #include <QCommandLineParser>
 #include <QDir>
 #include <QGuiApplication>
 #include <QQmlApplicationEngine>
 #include <QUrl>
+#include <QtQml/QQmlExtensionPlugin>
+
+Q_IMPORT_QML_PLUGIN(QuenzoPlugin)
 
 int main(int argc, char *argv[])
 {
@@ -33,6 +37,7 @@ int main(int argc, char *argv[])
 
     MainViewModel viewModel;
     QQmlApplicationEngine engine;
+    QuenzoUi::prepare(engine);
     engine.setInitialProperties({{QStringLiteral("viewModel"), QVariant::fromValue(&viewModel)}});
     engine.load(QUrl(QStringLiteral("qrc:/Quenzo/ContentView.qml")));
     if (engine.rootObjects().isEmpty())

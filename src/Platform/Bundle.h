@@ -4,6 +4,7 @@
 #include <QString>
 #include <QVariantMap>
 #include <optional>
+#include <utility>
 
 // An application (or any) bundle on disk: a folder with Contents/Info.plist.
 class Bundle
@@ -24,6 +25,8 @@ public:
 
     // This program's own bundle identifier; nothing when it does not run from a bundle.
     [[nodiscard]] static std::optional<QString> mainBundleIdentifier();
+    // The X.app folder of an executable at X.app/Contents/MacOS/<name>; nothing otherwise.
+    [[nodiscard]] static std::optional<QString> enclosingBundlePath(const QString &executablePath);
 
 private:
     Bundle(QString path, QVariantMap info) : m_path(std::move(path)), m_info(std::move(info)) {}

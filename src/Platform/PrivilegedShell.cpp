@@ -44,7 +44,8 @@ PrivilegedShell::Result failure(const Finished &finished)
 } // namespace
 
 #if defined(Q_OS_MACOS)
-PrivilegedShell::Result PrivilegedShell::run(const QString &, const QString &appleScriptSource) const
+PrivilegedShell::Result PrivilegedShell::run(const QString &,
+                                             const QString &appleScriptSource) const
 {
     const Finished finished =
         runToEnd(QStringLiteral("/usr/bin/osascript"), {QStringLiteral("-e"), appleScriptSource});

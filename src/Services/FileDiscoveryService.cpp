@@ -1,27 +1,63 @@
 // SPDX-License-Identifier: MIT
 #include "FileDiscoveryService.h"
 
+#include "DiscoveryResults.h"
+#include "FingerprintBuilder.h"
+#include "LibraryScan.h"
+#include "OwnFolderScans.h"
 #include "Platform/SystemLayout.h"
+#include "Platform/ToolRunner.h"
+#include "SearchLocations.h"
+#include "SizeMeasurer.h"
 
 #include <QFile>
 
-FileDiscoveryService::FileDiscoveryService() = default;
+using namespace Qt::StringLiterals;
+
+FileDiscoveryService::FileDiscoveryService(std::shared_ptr<const ToolRunner> runner,
+                                           Progress progress)
+    : m_runner(runner ? std::move(runner) : std::make_shared<const ToolRunner>()),
+      m_progress(std::move(progress))
+{}
 
 QList<FileItem> FileDiscoveryService::discoverFiles(const AppInfo &app) const
 {
+    report(app, SystemLayout::displayPath(app.bundlePath));
+    const Fingerprint fingerprint = FingerprintBuilder(*m_runner).build(app);
+    DiscoveryResults results;
+
     FileItem bundle;
     bundle.path = app.bundlePath;
     bundle.category = FileCategory::application;
+    bundle.size = SizeMeasurer::itemSize(app.bundlePath);
     bundle.isSelected = !app.isSystemProtected;
     bundle.isProtected = app.isSystemProtected;
     if (app.isSystemProtected)
-        bundle.note = QStringLiteral("Part of macOS");
-    return {bundle};
+        bundle.note = u"Part of macOS"_s;
+    results.add(std::move(bundle));
+
+    LibraryScan library(fingerprint, results);
+    for (const Location &location : SearchLocations::searchLocations()) {
+        report(app, SystemLayout::displayPath(location.path));
+        library.scan(location);
+    }
+    report(app, u"launch agents and daemons"_s);
+    OwnFolderScans::scanLaunchItems(fingerprint, results);
+    report(app, u"installer receipts"_s);
+    OwnFolderScans::scanReceipts(fingerprint, results);
+    report(app, u"~"_s);
+    OwnFolderScans::scanHomeFolder(fingerprint, results);
+    return results.takeItems();
+}
+
+void FileDiscoveryService::report(const AppInfo &app, const QString &location) const
+{
+    if (m_progress)
+        m_progress(app.displayName(), location);
 }
 
 bool FileDiscoveryService::hasFullDiskAccess()
 {
-    QFile database(
-        SystemLayout::path(QStringLiteral("/Library/Application Support/com.apple.TCC/TCC.db")));
+    QFile database(SystemLayout::path(u"/Library/Application Support/com.apple.TCC/TCC.db"_s));
     return database.open(QIODevice::ReadOnly);
 }

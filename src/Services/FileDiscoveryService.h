@@ -5,13 +5,22 @@
 #include "Models/FileItem.h"
 
 #include <QList>
+#include <functional>
+#include <memory>
+
+class ToolRunner;
 
 // Finds everything an application left outside its bundle. Holds no mutable state, so several
 // discoveries may run at once on the thread pool.
 class FileDiscoveryService
 {
 public:
-    FileDiscoveryService();
+    // Told which folder a discovery is looking at (app display name, display path). Called from
+    // the discovering thread: it must be thread-safe.
+    using Progress = std::function<void(const QString &appName, const QString &location)>;
+
+    explicit FileDiscoveryService(std::shared_ptr<const ToolRunner> runner = {},
+                                  Progress progress = {});
     virtual ~FileDiscoveryService() = default;
 
     // The bundle first, then what was found. Never fails; blocking, run it off the GUI thread.
@@ -19,4 +28,10 @@ public:
 
     // Whether this process can read the folders the system protects.
     [[nodiscard]] static bool hasFullDiskAccess();
+
+private:
+    void report(const AppInfo &app, const QString &location) const;
+
+    std::shared_ptr<const ToolRunner> m_runner;
+    Progress m_progress;
 };

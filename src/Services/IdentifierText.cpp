@@ -21,8 +21,8 @@ const QSet<QString> &genericNames()
 const QSet<QString> &sharedNamespaces()
 {
     static const QSet<QString> names{
-        u"apple"_s,      u"github"_s,     u"gitlab"_s,  u"bitbucket"_s, u"sourceforge"_s,
-        u"googlecode"_s, u"electron"_s,   u"electronjs"_s, u"example"_s, u"company"_s,
+        u"apple"_s,      u"github"_s,      u"gitlab"_s,     u"bitbucket"_s, u"sourceforge"_s,
+        u"googlecode"_s, u"electron"_s,    u"electronjs"_s, u"example"_s,   u"company"_s,
         u"mycompany"_s,  u"yourcompany"_s, u"developer"_s};
     return names;
 }
@@ -65,7 +65,8 @@ bool hasIdentifierPrefix(const QString &s, const QString &id)
 
 bool isSameVendor(const QString &id, const QString &mainID, const QString &vendorPrefix)
 {
-    return hasIdentifierPrefix(id, mainID) || (!vendorPrefix.isEmpty() && id.startsWith(vendorPrefix));
+    return hasIdentifierPrefix(id, mainID) ||
+           (!vendorPrefix.isEmpty() && id.startsWith(vendorPrefix));
 }
 
 QString stem(const QString &name)

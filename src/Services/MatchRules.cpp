@@ -95,7 +95,8 @@ std::optional<Match> match(const QString &name, const Fingerprint &fingerprint, 
 std::optional<Match> matchCrashReport(const QString &name, const Fingerprint &fingerprint)
 {
     const QString lower = name.toLower();
-    for (const QSet<QString> *names : {&fingerprint.executableNames, &fingerprint.crashReportNames}) {
+    for (const QSet<QString> *names :
+         {&fingerprint.executableNames, &fingerprint.crashReportNames}) {
         if (std::any_of(names->cbegin(), names->cend(),
                         [&](const QString &n) { return startsWithSeparatedName(lower, n); }))
             return Match::exact();
@@ -172,7 +173,8 @@ bool startsOtherApp(const std::optional<QVariantMap> &plist, const Fingerprint &
 QString sharedNote(const QStringList &apps, const Fingerprint &fingerprint)
 {
     if (apps.size() < 3)
-        return QStringLiteral("Shared with %1, left unselected").arg(apps.join(QLatin1String(" and ")));
+        return QStringLiteral("Shared with %1, left unselected")
+            .arg(apps.join(QLatin1String(" and ")));
     return QStringLiteral("Shared with %1 other %2 apps, left unselected")
         .arg(apps.size())
         .arg(fingerprint.vendorDisplayName());

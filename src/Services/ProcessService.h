@@ -46,8 +46,7 @@ public:
     [[nodiscard]] ProcessOutput run(const QString &executable, const QStringList &arguments) const;
 
 private:
-    [[nodiscard]] bool waitUntilTerminated(const RunningApplication &application,
-                                           int polls) const;
+    [[nodiscard]] bool waitUntilTerminated(const RunningApplication &application, int polls) const;
 
     Dependencies m_dependencies;
 };

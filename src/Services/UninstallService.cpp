@@ -1,18 +1,42 @@
 // SPDX-License-Identifier: MIT
 #include "UninstallService.h"
 
-#include <QPromise>
+#include "Platform/TrashMover.h"
+#include "Services/AuthorizationService.h"
+#include "Services/ProcessService.h"
+#include "Services/UninstallRun.h"
 
-UninstallService::UninstallService() = default;
+#include <QFile>
+#include <QtConcurrent>
+
+#include <unistd.h>
+
+UninstallService::UninstallService() : UninstallService(Dependencies{}) {}
+
+UninstallService::UninstallService(Dependencies dependencies)
+    : m_dependencies(std::move(dependencies))
+{
+    if (!m_dependencies.process)
+        m_dependencies.process = std::make_shared<const ProcessService>();
+    if (!m_dependencies.authorization)
+        m_dependencies.authorization = std::make_shared<const AuthorizationService>();
+    if (!m_dependencies.trash)
+        m_dependencies.trash = std::make_shared<const TrashMover>();
+    if (!m_dependencies.isWritable)
+        m_dependencies.isWritable = [](const QString &folder) {
+            return ::access(QFile::encodeName(folder).constData(), W_OK) == 0;
+        };
+}
 
 QFuture<void> UninstallService::uninstall(const QList<QSharedPointer<UninstallSession>> &sessions)
 {
-    for (const auto &session : sessions)
-        session->setStatus(UninstallStatus::processing());
-    for (const auto &session : sessions)
-        session->setStatus(UninstallStatus::completed());
-    QPromise<void> promise;
-    promise.start();
-    promise.finish();
-    return promise.future();
+    // The task holds its own copies, so it may outlive this service.
+    return QtConcurrent::run(
+        [dependencies = m_dependencies, sessions] { UninstallRun(dependencies).run(sessions); });
+}
+
+QString UninstallService::lsregisterMacPath()
+{
+    return QStringLiteral("/System/Library/Frameworks/CoreServices.framework/Frameworks/"
+                          "LaunchServices.framework/Support/lsregister");
 }

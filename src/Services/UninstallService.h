@@ -5,18 +5,43 @@
 
 #include <QFuture>
 #include <QList>
-#include <QPointer>
 #include <QSharedPointer>
+#include <functional>
+#include <memory>
 
-// Moves the selected items of a batch of sessions to the Trash. One background task; every
-// session write happens on the GUI thread.
+class AuthorizationService;
+class ProcessService;
+class TrashMover;
+
+// Moves the selected items of a batch of sessions to the Trash: quits the apps, unloads their
+// agents, moves what the user may move, asks once for administrator rights for the rest of the
+// whole batch, and writes each session's counters and summary. One background task; every
+// session read and write happens on the GUI thread, which never waits on the task.
 class UninstallService
 {
 public:
+    // The operating system as the service sees it; tests replace any of it.
+    struct Dependencies
+    {
+        std::shared_ptr<const ProcessService> process;
+        std::shared_ptr<const AuthorizationService> authorization;
+        std::shared_ptr<const TrashMover> trash;
+        // Whether this process may write into the folder (macOS isWritableFile).
+        std::function<bool(const QString &folder)> isWritable;
+    };
+
     UninstallService();
+    explicit UninstallService(Dependencies dependencies);
     virtual ~UninstallService() = default;
 
-    // Finishes when every session is completed. Never fails as a whole.
+    // Finishes when every session is completed. Never fails as a whole; call it on the GUI
+    // thread and never wait for the result there.
     [[nodiscard]] virtual QFuture<void>
     uninstall(const QList<QSharedPointer<UninstallSession>> &sessions);
+
+    // Where the tool that unregisters applications lives on a Mac.
+    [[nodiscard]] static QString lsregisterMacPath();
+
+private:
+    Dependencies m_dependencies;
 };

@@ -5,6 +5,7 @@
 #include "Models/ByteCountFormatter.h"
 #include "Platform/AppIcon.h"
 #include "Platform/Bundle.h"
+#include "Platform/SystemLayout.h"
 #include "Services/FileDiscoveryService.h"
 #include "Services/UninstallService.h"
 
@@ -261,6 +262,11 @@ void MainViewModel::openFullDiskAccessSettings()
     const QUrl url(kSettingsUrl);
     if (url.isValid())
         m_dependencies.openUrl(url);
+}
+
+void MainViewModel::openTrash()
+{
+    m_dependencies.openUrl(QUrl::fromLocalFile(SystemLayout::home() + QStringLiteral("/.Trash")));
 }
 
 void MainViewModel::setSessions(const QList<QSharedPointer<UninstallSession>> &sessions)

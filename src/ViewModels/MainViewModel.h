@@ -76,6 +76,8 @@ public:
     Q_INVOKABLE void uninstall();
     Q_INVOKABLE void refreshFullDiskAccess();
     Q_INVOKABLE void openFullDiskAccessSettings();
+    // Shows the user's Trash folder (HOME/.Trash) in the file manager.
+    Q_INVOKABLE void openTrash();
 
 signals:
     void willChange();

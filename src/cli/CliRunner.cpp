@@ -1,7 +1,9 @@
 // SPDX-License-Identifier: MIT
 #include "CliRunner.h"
 
+#include "ScanProgress.h"
 #include "SessionReport.h"
+#include "UninstallCommand.h"
 #include "ViewModels/MainViewModel.h"
 
 #include <QDir>
@@ -16,10 +18,32 @@ CliRunner::CliRunner(const CliOptions &options) : m_options(options), m_out(stdo
 
 int CliRunner::run()
 {
-    MainViewModel viewModel;
+    // Progress goes to stderr while discovering, and only on a terminal.
+    const auto progress = ScanProgress::forTerminal();
+    MainViewModel::Dependencies dependencies;
+    dependencies.discovery =
+        std::make_shared<FileDiscoveryService>(nullptr, ScanProgress::callback(progress));
+    MainViewModel viewModel(std::move(dependencies));
     scan(viewModel);
+    if (progress)
+        progress->finish();
+    if (m_options.command == CliOptions::Command::uninstall)
+        return uninstall(viewModel);
     printScan(viewModel);
     return viewModel.sessions().isEmpty() ? 1 : 0;
+}
+
+int CliRunner::uninstall(MainViewModel &viewModel)
+{
+    // As JSON, one document at the end, with the counters and the whole log.
+    if (!m_options.json)
+        printScan(viewModel);
+    int code = 1;
+    if (!viewModel.sessions().isEmpty())
+        code = UninstallCommand(m_options, m_out, m_err).run(viewModel);
+    if (m_options.json)
+        printScan(viewModel);
+    return code;
 }
 
 void CliRunner::scan(MainViewModel &viewModel)

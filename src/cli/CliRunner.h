@@ -20,6 +20,8 @@ private:
     // Hands the apps to the controller as one drop and waits until no session scans.
     void scan(MainViewModel &viewModel);
     void printScan(const MainViewModel &viewModel);
+    // Scan printed, then confirm, move and report; the exit code of the uninstall.
+    [[nodiscard]] int uninstall(MainViewModel &viewModel);
 
     CliOptions m_options;
     QTextStream m_out;

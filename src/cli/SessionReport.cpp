@@ -53,6 +53,9 @@ QJsonObject sessionJson(const UninstallSession &session)
         {QStringLiteral("items"), items},
         {QStringLiteral("selectedFilesCount"), session.selectedFilesCount()},
         {QStringLiteral("totalSize"), session.totalSize()},
+        {QStringLiteral("removedCount"), session.removedCount()},
+        {QStringLiteral("failedCount"), session.failedCount()},
+        {QStringLiteral("removedBytes"), session.removedBytes()},
         {QStringLiteral("logs"), logs},
     };
 }

@@ -1,9 +1,12 @@
 // SPDX-License-Identifier: MIT
 // quenzo-fakemac DESCRIPTION.json ROOT: lays out a fake Mac from a JSON description.
+#include "Platform/SystemLayout.h"
 #include "support/FakeMac.h"
+#include "support/FakeMacRemovalTools.h"
 
 #include <QCoreApplication>
 #include <QFile>
+#include <QFileInfo>
 #include <QJsonDocument>
 #include <QTextStream>
 
@@ -28,13 +31,16 @@ int main(int argc, char *argv[])
         return 2;
     }
     const QJsonObject description = document.object();
-    FakeMac mac(arguments.at(2),
-                description.value(QStringLiteral("user")).toString(QStringLiteral("tester")));
+    // Without a "user", the home is the one quenzo and quenzo-cli assume for --root alone.
+    const QString loginUser = QFileInfo(SystemLayout::defaultHome(arguments.at(2))).fileName();
+    FakeMac mac(arguments.at(2), description.value(QStringLiteral("user")).toString(loginUser));
     QString error;
     if (!mac.apply(description, &error)) {
         err << "quenzo-fakemac: " << error << '\n';
         return 2;
     }
+    // launchctl, defaults, lsregister and mv, so an uninstall runs against this Mac too.
+    FakeMacRemovalTools::install(mac);
     QTextStream(stdout) << mac.home() << '\n';
     return 0;
 }

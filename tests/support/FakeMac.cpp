@@ -1,6 +1,9 @@
 // SPDX-License-Identifier: MIT
 #include "FakeMac.h"
 
+#include "FakeMacTools.h"
+#include "MachOBuilder.h"
+
 #include "Platform/PropertyList.h"
 #include "Platform/SystemLayout.h"
 
@@ -61,6 +64,8 @@ FakeMac::FakeMac(const QString &root, const QString &user)
           "/private/var/db/receipts", "/System/Applications", "~/Library/Application Support",
           "~/Library/Caches", "~/Library/Preferences", "~/.Trash"})
         addFolder(QString::fromLatin1(folder));
+    FakeMacTools::installPkgutil(*this);
+    FakeMacTools::installMdfind(*this);
 }
 
 QString FakeMac::path(const QString &macPath) const
@@ -87,9 +92,17 @@ QString FakeMac::addApp(const App &app)
         info.insert(QStringLiteral("CFBundleShortVersionString"), app.version);
     if (!app.executable.isEmpty()) {
         info.insert(QStringLiteral("CFBundleExecutable"), app.executable);
-        addTextFile(app.path + QStringLiteral("/Contents/MacOS/") + app.executable,
-                    "#!/bin/sh\nexit 0\n");
+        const QString executable = app.path + QStringLiteral("/Contents/MacOS/") + app.executable;
+        if (app.appGroups.isEmpty())
+            addTextFile(executable, "#!/bin/sh\nexit 0\n");
+        else
+            addTextFile(executable,
+                        MachOBuilder::executable(app.appGroups,
+                                                 app.universal ? MachOBuilder::Layout::universal
+                                                               : MachOBuilder::Layout::thin64));
     }
+    if (app.indexed && !app.identifier.isEmpty())
+        FakeMacTools::indexApp(*this, app.identifier, app.path);
     if (app.icon) {
         info.insert(QStringLiteral("CFBundleIconFile"), QStringLiteral("AppIcon"));
         writeBytes(bundle + QStringLiteral("/Contents/Resources/AppIcon.icns"),
@@ -198,6 +211,9 @@ bool FakeMac::apply(const QJsonObject &description, QString *error)
         app.info = entry.value(QStringLiteral("info")).toObject().toVariantMap();
         app.format = formatNamed(entry.value(QStringLiteral("plist")).toString());
         app.icon = entry.value(QStringLiteral("icon")).toBool();
+        app.appGroups = entry.value(QStringLiteral("appGroups")).toVariant().toStringList();
+        app.universal = entry.value(QStringLiteral("universal")).toBool();
+        app.indexed = entry.value(QStringLiteral("spotlight")).toBool(true);
         addApp(app);
     }
     for (const QJsonValue &value : description.value(QStringLiteral("files")).toArray()) {
@@ -223,5 +239,8 @@ bool FakeMac::apply(const QJsonObject &description, QString *error)
         description.value(QStringLiteral("darwinUserDirectories")).toArray();
     if (userDirs.size() == 2)
         setDarwinUserDirectories(userDirs.at(0).toString(), userDirs.at(1).toString());
+    if (!FakeMacTools::applyPackages(*this, description.value(QStringLiteral("packages")).toArray(),
+                                     error))
+        return false;
     return true;
 }

@@ -27,6 +27,10 @@ public:
         QVariantMap info;   // further Info.plist keys
         PlistFormat format = PlistFormat::xml;
         bool icon = false; // an icns with one PNG entry, named by CFBundleIconFile
+        // With app groups the executable is a signed Mach-O granting them (see MachOBuilder).
+        QStringList appGroups;
+        bool universal = false; // the signed executable as a universal binary
+        bool indexed = true;    // known to the mdfind stand-in (when it has an identifier)
     };
 
     explicit FakeMac(const QString &root, const QString &user = QStringLiteral("tester"));

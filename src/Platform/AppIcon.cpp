@@ -1,0 +1,98 @@
+// SPDX-License-Identifier: MIT
+#include "AppIcon.h"
+
+#include "Bundle.h"
+
+#include <QFile>
+#include <QFileInfo>
+
+namespace {
+
+// The largest icns files in the wild hold a few megabytes of PNG entries.
+constexpr qint64 kMaximumIcnsSize = 32 * 1024 * 1024;
+constexpr qsizetype kHeaderSize = 8;
+const QByteArray kPngSignature = QByteArrayLiteral("\x89PNG\r\n\x1a\n");
+
+quint32 bigEndian32(const QByteArray &bytes, qsizetype at)
+{
+    quint32 value = 0;
+    for (qsizetype i = 0; i < 4; ++i)
+        value = (value << 8) | quint8(bytes[at + i]);
+    return value;
+}
+
+// Width times height from the IHDR chunk that must follow the PNG signature; nothing when the
+// entry is not a PNG.
+std::optional<quint64> pngArea(const QByteArray &entry)
+{
+    constexpr qsizetype kIhdrEnd = 8 + 4 + 4 + 4 + 4; // signature, length, type, width, height
+    if (entry.size() < kIhdrEnd || !entry.startsWith(kPngSignature) || entry.mid(12, 4) != "IHDR")
+        return std::nullopt;
+    return quint64(bigEndian32(entry, 16)) * quint64(bigEndian32(entry, 20));
+}
+
+bool isLarger(const QByteArray &candidate, quint64 area, const QByteArray &best, quint64 bestArea)
+{
+    if (area != bestArea)
+        return area > bestArea;
+    return candidate.size() > best.size();
+}
+
+std::optional<QByteArray> readIcns(const QString &path)
+{
+    QFile file(path);
+    if (!file.open(QIODevice::ReadOnly) || file.size() > kMaximumIcnsSize)
+        return std::nullopt;
+    QByteArray bytes = file.read(kMaximumIcnsSize + 1);
+    if (bytes.size() > kMaximumIcnsSize)
+        return std::nullopt;
+    return bytes;
+}
+
+} // namespace
+
+namespace AppIcon {
+
+std::optional<QByteArray> largestPngInIcns(const QByteArray &icns)
+{
+    if (icns.size() < kHeaderSize || !icns.startsWith("icns"))
+        return std::nullopt;
+    const quint32 total = bigEndian32(icns, 4);
+    if (total < quint32(kHeaderSize) || total > quint64(icns.size()))
+        return std::nullopt;
+
+    std::optional<QByteArray> best;
+    quint64 bestArea = 0;
+    qsizetype at = kHeaderSize;
+    while (qsizetype(total) - at >= kHeaderSize) {
+        const quint32 length = bigEndian32(icns, at + 4);
+        if (length < quint32(kHeaderSize) || length > quint64(qsizetype(total) - at))
+            break;
+        const QByteArray entry = icns.mid(at + kHeaderSize, qsizetype(length) - kHeaderSize);
+        if (const auto area = pngArea(entry);
+            area && (!best || isLarger(entry, *area, *best, bestArea))) {
+            best = entry;
+            bestArea = *area;
+        }
+        at += qsizetype(length);
+    }
+    return best;
+}
+
+std::optional<QByteArray> extract(const QString &bundlePath)
+{
+    const auto bundle = Bundle::open(bundlePath);
+    if (!bundle)
+        return std::nullopt;
+    auto name = bundle->stringValue(QStringLiteral("CFBundleIconFile"));
+    // The name comes from the bundle: it must stay a file inside Contents/Resources.
+    if (!name || name->isEmpty() || name->contains(QLatin1Char('/')) ||
+        *name == QLatin1String("..") || *name == QLatin1String("."))
+        return std::nullopt;
+    if (QFileInfo(*name).suffix().isEmpty())
+        name->append(QStringLiteral(".icns"));
+    const auto bytes = readIcns(bundlePath + QStringLiteral("/Contents/Resources/") + *name);
+    return bytes ? largestPngInIcns(*bytes) : std::nullopt;
+}
+
+} // namespace AppIcon

@@ -1,0 +1,80 @@
+// SPDX-License-Identifier: MIT
+#include "LibraryScan.h"
+
+#include "FolderListing.h"
+#include "IdentifierText.h"
+#include "MatchRules.h"
+
+#include <QFileInfo>
+
+using namespace IdentifierText;
+
+namespace {
+bool isDirectory(const QString &path)
+{
+    return QFileInfo(path).isDir(); // follows links, as a vendor folder may be one
+}
+} // namespace
+
+void LibraryScan::scan(const Location &location)
+{
+    const bool vendorAware =
+        location.rule == Location::Rule::vendorAware && !m_fingerprint.vendor.isEmpty();
+    for (const QString &name : FolderListing::names(location.path)) {
+        const QString path = location.path + QLatin1Char('/') + name;
+        if (vendorAware) {
+            if (isVendorFolder(name) && isDirectory(path)) {
+                scanVendorFolder(path, location.category);
+                continue;
+            }
+            if (!MatchRules::match(name, m_fingerprint, true) && isVendorNamedFolder(name) &&
+                isDirectory(path)) {
+                scanForAppItems(path, location.category);
+                continue;
+            }
+        }
+        const auto found = location.rule == Location::Rule::crashReports
+                               ? MatchRules::matchCrashReport(name, m_fingerprint)
+                               : MatchRules::match(name, m_fingerprint, true);
+        if (found)
+            m_results.add(
+                DiscoveryResults::makeItem(path, location.category, *found, m_fingerprint));
+    }
+}
+
+bool LibraryScan::isVendorFolder(const QString &name) const
+{
+    return name.toLower() == m_fingerprint.vendor &&
+           !m_fingerprint.names.contains(normalizedName(name));
+}
+
+bool LibraryScan::isVendorNamedFolder(const QString &name) const
+{
+    return m_fingerprint.vendor.size() >= 4 &&
+           normalizedName(name).startsWith(m_fingerprint.vendor);
+}
+
+void LibraryScan::scanVendorFolder(const QString &path, FileCategory category)
+{
+    if (m_fingerprint.vendorHasOtherApps()) {
+        scanForAppItems(path, category);
+        return;
+    }
+    m_results.add(DiscoveryResults::makeItem(path, category, Match::vendorOnly(), m_fingerprint));
+}
+
+void LibraryScan::scanForAppItems(const QString &folder, FileCategory category)
+{
+    const QString &shortName = m_fingerprint.shortName;
+    for (const QString &name : FolderListing::names(folder)) {
+        const bool isShortName = !shortName.isEmpty() && (normalizedName(name) == shortName ||
+                                                          normalizedName(stem(name)) == shortName);
+        if (!isShortName) {
+            const auto found = MatchRules::match(name, m_fingerprint, true);
+            if (!found || found->kind != Match::Kind::exact)
+                continue;
+        }
+        m_results.add(DiscoveryResults::makeItem(folder + QLatin1Char('/') + name, category,
+                                                 Match::exact(), m_fingerprint));
+    }
+}

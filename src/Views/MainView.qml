@@ -1,0 +1,114 @@
+// SPDX-License-Identifier: MIT
+import QtQuick
+import QtQuick.Controls
+import Quenzo
+
+// The content of the window: the drop zone or the results, the drop target and overlay, the
+// notice alert, and the Full Disk Access refresh whenever the application becomes active.
+Item {
+    id: root
+    required property MainViewModel viewModel
+    // A drag that carries file URLs hovers over the window.
+    property bool isTargeted: false
+    readonly property bool showsDropOverlay: isTargeted && viewModel.sessionCount > 0
+                                             && !viewModel.isProcessing
+
+    // The file URLs of a drop, in drop order.
+    function fileUrls(urls) {
+        const kept = []
+        for (let i = 0; i < urls.length; ++i) {
+            if (String(urls[i]).startsWith("file:"))
+                kept.push(urls[i])
+        }
+        return kept
+    }
+
+    // Hands the drop's file URLs to the controller in one call; refuses a drop without any.
+    function handleDrop(urls) {
+        const kept = fileUrls(urls)
+        if (kept.length === 0)
+            return false
+        viewModel.handleDroppedFiles(kept)
+        return true
+    }
+
+    Loader {
+        id: dropZoneLoader
+        anchors.fill: parent
+        active: root.viewModel.sessionCount === 0
+        visible: active
+        sourceComponent: DropZone {
+            viewModel: root.viewModel
+            isTargeted: root.isTargeted
+        }
+    }
+
+    Loader {
+        id: resultsLoader
+        anchors.fill: parent
+        active: root.viewModel.sessionCount > 0
+        visible: active
+        sourceComponent: ResultsView {
+            objectName: "resultsView"
+            viewModel: root.viewModel
+            shortcutsEnabled: !noticeAlert.visible
+        }
+    }
+
+    DropArea {
+        id: dropArea
+        objectName: "dropArea"
+        anchors.fill: parent
+        keys: ["text/uri-list"]
+        onEntered: (drag) => {
+            root.isTargeted = drag.hasUrls
+            if (!drag.hasUrls)
+                drag.accepted = false
+        }
+        onExited: root.isTargeted = false
+        onDropped: (drop) => {
+            root.isTargeted = false
+            if (root.handleDrop(drop.urls))
+                drop.acceptProposedAction()
+            else
+                drop.accepted = false
+        }
+    }
+
+    DropOverlay {
+        objectName: "dropOverlay"
+        anchors.fill: parent
+        visible: root.showsDropOverlay
+        text: root.viewModel.isCompleted ? "Drop to quenz" : "Drop to add to the list"
+    }
+
+    AlertDialog {
+        id: noticeAlert
+        objectName: "noticeAlert"
+        title: "Quenzo"
+        message: root.viewModel.notice
+        cancelText: "OK"
+        onClosed: root.viewModel.dismissNotice()
+    }
+
+    Connections {
+        target: root.viewModel
+        function onNoticeChanged() {
+            if (root.viewModel.hasNotice)
+                noticeAlert.open()
+        }
+    }
+
+    Connections {
+        target: Qt.application
+        function onStateChanged() {
+            if (Qt.application.state === Qt.ApplicationActive)
+                root.viewModel.refreshFullDiskAccess()
+        }
+    }
+    Component.onCompleted: {
+        viewModel.refreshFullDiskAccess()
+        if (viewModel.hasNotice)
+            noticeAlert.open()
+    }
+}

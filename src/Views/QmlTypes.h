@@ -1,0 +1,51 @@
+// SPDX-License-Identifier: MIT
+#pragma once
+
+#include "ViewModels/LogListModel.h"
+#include "ViewModels/MainViewModel.h"
+#include "ViewModels/ResultsListModel.h"
+#include "ViewModels/ResultsPresenter.h"
+
+#include <QtQml/qqml.h>
+
+// The controller and the presentation classes as the QML module "Quenzo" sees them. The
+// classes live in the view-model library, which knows nothing of QML.
+
+struct MainViewModelForeign
+{
+    Q_GADGET
+    QML_FOREIGN(MainViewModel)
+    QML_NAMED_ELEMENT(MainViewModel)
+    QML_UNCREATABLE("Made by the application entry")
+};
+
+struct UninstallSessionForeign
+{
+    Q_GADGET
+    QML_FOREIGN(UninstallSession)
+    QML_NAMED_ELEMENT(UninstallSession)
+    QML_UNCREATABLE("Owned by MainViewModel")
+};
+
+struct ResultsPresenterForeign
+{
+    Q_GADGET
+    QML_FOREIGN(ResultsPresenter)
+    QML_NAMED_ELEMENT(ResultsPresenter)
+};
+
+struct ResultsListModelForeign
+{
+    Q_GADGET
+    QML_FOREIGN(ResultsListModel)
+    QML_NAMED_ELEMENT(ResultsListModel)
+    QML_UNCREATABLE("Owned by ResultsPresenter")
+};
+
+struct LogListModelForeign
+{
+    Q_GADGET
+    QML_FOREIGN(LogListModel)
+    QML_NAMED_ELEMENT(LogListModel)
+    QML_UNCREATABLE("Owned by ResultsPresenter")
+};

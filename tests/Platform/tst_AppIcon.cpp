@@ -1,0 +1,176 @@
+// SPDX-License-Identifier: MIT
+#include "Platform/AppIcon.h"
+#include "Platform/PropertyList.h"
+
+#include <QDir>
+#include <QFile>
+#include <QTemporaryDir>
+#include <QTest>
+#include <QtEndian>
+
+namespace {
+
+QByteArray bigEndian32(quint32 value)
+{
+    const quint32 big = qToBigEndian(value);
+    return QByteArray(reinterpret_cast<const char *>(&big), 4);
+}
+
+// A PNG's signature and IHDR chunk, then `padding` bytes standing for the image data.
+QByteArray png(quint32 width, quint32 height, int padding = 16)
+{
+    return QByteArrayLiteral("\x89PNG\r\n\x1a\n") + bigEndian32(13) + QByteArrayLiteral("IHDR") +
+           bigEndian32(width) + bigEndian32(height) + QByteArray(5 + padding, '\x01');
+}
+
+QByteArray entry(const char *type, const QByteArray &data)
+{
+    return QByteArray(type, 4) + bigEndian32(quint32(data.size() + 8)) + data;
+}
+
+QByteArray icns(const QList<QByteArray> &entries)
+{
+    QByteArray body;
+    for (const QByteArray &e : entries)
+        body += e;
+    return QByteArrayLiteral("icns") + bigEndian32(quint32(body.size() + 8)) + body;
+}
+
+} // namespace
+
+class TestAppIcon : public QObject
+{
+    Q_OBJECT
+
+private slots:
+    void picksLargestPng();
+    void equalAreaPicksMoreBytes();
+    void refusesMalformedIcns_data();
+    void refusesMalformedIcns();
+    void stopsAtBadEntryKeepingEarlierOnes();
+    void extractsFromBundle_data();
+    void extractsFromBundle();
+    void missingIconGivesNothing();
+};
+
+void TestAppIcon::picksLargestPng()
+{
+    const QByteArray large = png(512, 512);
+    const QByteArray data =
+        icns({entry("ic07", png(128, 128, 4000)), entry("it32", QByteArray(9000, 'x')),
+              entry("ic09", large), entry("ic08", png(256, 256))});
+    QCOMPARE(AppIcon::largestPngInIcns(data), std::optional<QByteArray>(large));
+}
+
+void TestAppIcon::equalAreaPicksMoreBytes()
+{
+    const QByteArray retina = png(64, 64, 400);
+    const QByteArray data = icns(
+        {entry("ic12", png(64, 64, 100)), entry("ic13", retina), entry("icp6", png(64, 64, 200))});
+    QCOMPARE(AppIcon::largestPngInIcns(data), std::optional<QByteArray>(retina));
+}
+
+void TestAppIcon::refusesMalformedIcns_data()
+{
+    QTest::addColumn<QByteArray>("bytes");
+    const QByteArray valid = icns({entry("ic09", png(512, 512))});
+    QTest::newRow("empty") << QByteArray();
+    QTest::newRow("short") << QByteArrayLiteral("icns");
+    QTest::newRow("wrong magic") << QByteArrayLiteral("ICNS") + valid.mid(4);
+    QTest::newRow("no png entries") << icns({entry("it32", QByteArray(100, 'x'))});
+    QTest::newRow("header only") << icns({});
+    QTest::newRow("truncated") << valid.left(valid.size() - 1);
+    QTest::newRow("total below header")
+        << QByteArrayLiteral("icns") + bigEndian32(4) + valid.mid(8);
+    QTest::newRow("total past end")
+        << QByteArrayLiteral("icns") + bigEndian32(0xFFFFFFFF) + valid.mid(8);
+    QTest::newRow("entry length zero")
+        << QByteArrayLiteral("icns") + bigEndian32(16) + QByteArrayLiteral("ic09") + bigEndian32(0);
+    QTest::newRow("entry length past end") << QByteArrayLiteral("icns") + bigEndian32(24) +
+                                                  QByteArrayLiteral("ic09") +
+                                                  bigEndian32(0xFFFFFFF0) + png(1, 1).left(8);
+    QTest::newRow("signature without IHDR") << icns({entry("ic09", png(1, 1).left(12))});
+}
+
+void TestAppIcon::refusesMalformedIcns()
+{
+    QFETCH(QByteArray, bytes);
+    QVERIFY(!AppIcon::largestPngInIcns(bytes));
+}
+
+void TestAppIcon::stopsAtBadEntryKeepingEarlierOnes()
+{
+    const QByteArray first = png(32, 32);
+    QByteArray data = icns({entry("ic11", first), entry("ic10", png(1024, 1024))});
+    // The second entry claims 7 bytes, less than its own header.
+    const qsizetype second = 8 + 8 + first.size();
+    data.replace(second + 4, 4, bigEndian32(7));
+    QCOMPARE(AppIcon::largestPngInIcns(data), std::optional<QByteArray>(first));
+}
+
+void TestAppIcon::extractsFromBundle_data()
+{
+    QTest::addColumn<QString>("iconFile");
+    QTest::addColumn<QString>("fileName");
+    QTest::newRow("name without extension")
+        << QStringLiteral("AppIcon") << QStringLiteral("AppIcon.icns");
+    QTest::newRow("name with extension")
+        << QStringLiteral("AppIcon.icns") << QStringLiteral("AppIcon.icns");
+    QTest::newRow("other extension kept")
+        << QStringLiteral("Icon.dat") << QStringLiteral("Icon.dat");
+}
+
+void TestAppIcon::extractsFromBundle()
+{
+    QFETCH(QString, iconFile);
+    QFETCH(QString, fileName);
+    QTemporaryDir dir;
+    QVERIFY(dir.isValid());
+    const QString bundle = dir.filePath(QStringLiteral("Example.app"));
+    QVERIFY(QDir().mkpath(bundle + QStringLiteral("/Contents/Resources")));
+    QFile info(bundle + QStringLiteral("/Contents/Info.plist"));
+    QVERIFY(info.open(QIODevice::WriteOnly));
+    info.write(PropertyList::toXml(QVariantMap{{QStringLiteral("CFBundleIconFile"), iconFile}}));
+    info.close();
+    const QByteArray image = png(256, 256);
+    QFile icon(bundle + QStringLiteral("/Contents/Resources/") + fileName);
+    QVERIFY(icon.open(QIODevice::WriteOnly));
+    icon.write(icns({entry("ic08", image)}));
+    icon.close();
+    QCOMPARE(AppIcon::extract(bundle), std::optional<QByteArray>(image));
+}
+
+void TestAppIcon::missingIconGivesNothing()
+{
+    QTemporaryDir dir;
+    QVERIFY(dir.isValid());
+    const QString bundle = dir.filePath(QStringLiteral("Example.app"));
+    QVERIFY(QDir().mkpath(bundle + QStringLiteral("/Contents/Resources")));
+    // An icns outside Resources must not be reached through the name.
+    QFile outside(bundle + QStringLiteral("/Contents/Outside.icns"));
+    QVERIFY(outside.open(QIODevice::WriteOnly));
+    outside.write(icns({entry("ic08", png(16, 16))}));
+    outside.close();
+    const auto withIconFile = [&](const QVariant &name) {
+        QFile info(bundle + QStringLiteral("/Contents/Info.plist"));
+        if (!info.open(QIODevice::WriteOnly | QIODevice::Truncate))
+            return false;
+        QVariantMap map;
+        if (name.isValid())
+            map.insert(QStringLiteral("CFBundleIconFile"), name);
+        info.write(PropertyList::toXml(map));
+        return true;
+    };
+    QVERIFY(withIconFile(QStringLiteral("Missing")));
+    QVERIFY(!AppIcon::extract(bundle));
+    QVERIFY(withIconFile(QVariant()));
+    QVERIFY(!AppIcon::extract(bundle));
+    QVERIFY(withIconFile(qint64(3)));
+    QVERIFY(!AppIcon::extract(bundle));
+    QVERIFY(withIconFile(QStringLiteral("../Outside")));
+    QVERIFY(!AppIcon::extract(bundle));
+    QVERIFY(!AppIcon::extract(dir.filePath(QStringLiteral("Missing.app"))));
+}
+
+QTEST_GUILESS_MAIN(TestAppIcon)
+#include "tst_AppIcon.moc"

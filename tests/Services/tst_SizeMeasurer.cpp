@@ -1,0 +1,59 @@
+// SPDX-License-Identifier: MIT
+#include "Services/SizeMeasurer.h"
+#include "support/FakeMac.h"
+
+#include <QTemporaryDir>
+#include <QTest>
+
+#include <sys/stat.h>
+
+namespace {
+qint64 ownSize(const QString &path)
+{
+    struct stat info
+    {};
+    return ::lstat(QFile::encodeName(path).constData(), &info) == 0 ? qint64(info.st_size) : -1;
+}
+} // namespace
+
+class tst_SizeMeasurer : public QObject
+{
+    Q_OBJECT
+
+private slots:
+    void measures();
+};
+
+void tst_SizeMeasurer::measures()
+{
+    QTemporaryDir dir;
+    FakeMac mac(dir.path());
+    const QString big = mac.addFile(QStringLiteral("/data/big.bin"), 50'000'000);
+    mac.addFile(QStringLiteral("/t/App.bundle/Contents/a"), 1000);
+    mac.addFile(QStringLiteral("/t/App.bundle/.hidden"), 200);
+    mac.addFile(QStringLiteral("/t/App.bundle/Contents/deep/er/b"), 30);
+    const QString linkToBig = mac.addSymlink(QStringLiteral("/t/App.bundle/big"), big);
+    const QString linkToDir =
+        mac.addSymlink(QStringLiteral("/t/App.bundle/data"), mac.path(QStringLiteral("/data")));
+    const QString empty = mac.addFolder(QStringLiteral("/t/Empty"));
+    mac.addFolder(QStringLiteral("/t/Nested/a/b"));
+    const QString bundle = mac.path(QStringLiteral("/t/App.bundle"));
+
+    // Files and links below, never what the links point at; folders add nothing.
+    QCOMPARE(SizeMeasurer::itemSize(bundle),
+             1000 + 200 + 30 + ownSize(linkToBig) + ownSize(linkToDir));
+    QCOMPARE(SizeMeasurer::itemSize(big), 50'000'000);
+    // A link as the item measures the link, even when it points at a folder.
+    QCOMPARE(SizeMeasurer::itemSize(linkToBig), ownSize(linkToBig));
+    QCOMPARE(SizeMeasurer::itemSize(linkToDir), ownSize(linkToDir));
+    QVERIFY(ownSize(linkToDir) < 1000);
+    // An empty folder (or one holding only folders) measures itself, not 0.
+    QVERIFY(ownSize(empty) > 0);
+    QCOMPARE(SizeMeasurer::itemSize(empty), ownSize(empty));
+    QCOMPARE(SizeMeasurer::itemSize(mac.path(QStringLiteral("/t/Nested"))),
+             ownSize(mac.path(QStringLiteral("/t/Nested"))));
+    QCOMPARE(SizeMeasurer::itemSize(mac.path(QStringLiteral("/t/missing"))), 0);
+}
+
+QTEST_GUILESS_MAIN(tst_SizeMeasurer)
+#include "tst_SizeMeasurer.moc"

@@ -1,0 +1,137 @@
+// SPDX-License-Identifier: MIT
+#include "Models/ByteCountFormatter.h"
+#include "ViewModels/ResultsRules.h"
+#include "support/FakeMac.h"
+
+#include <QTemporaryDir>
+#include <QtTest>
+
+class ResultsRulesTest : public QObject
+{
+    Q_OBJECT
+
+private:
+    QTemporaryDir m_dir;
+    std::unique_ptr<FakeMac> m_mac;
+
+    FileItem item(const QString &macPath, bool selected = true, bool create = true)
+    {
+        FileItem file;
+        file.path = create ? m_mac->addFile(macPath, 10) : m_mac->path(macPath);
+        file.isSelected = selected;
+        return file;
+    }
+
+private slots:
+    void initTestCase()
+    {
+        QVERIFY(m_dir.isValid());
+        m_mac = std::make_unique<FakeMac>(m_dir.path());
+        m_mac->activate();
+    }
+
+    void confirmationMessage_data()
+    {
+        QTest::addColumn<int>("count");
+        QTest::addColumn<bool>("admin");
+        QTest::addColumn<QString>("expected");
+        const QString size = formattedByteCount(3400000);
+        QTest::newRow("one file, no singular form")
+            << 1 << false
+            << QStringLiteral("Are you sure you want to remove Foo?\n\nThis will move 1 files (") +
+                   size + QStringLiteral(") to the Trash.");
+        QTest::newRow("administrator paragraph")
+            << 12 << true
+            << QStringLiteral("Are you sure you want to remove Foo?\n\nThis will move 12 files (") +
+                   size +
+                   QStringLiteral(") to the Trash.\n\n⚠️ Some files require administrator "
+                                  "privileges. You may be prompted to authenticate with Touch "
+                                  "ID or your password.");
+    }
+    void confirmationMessage()
+    {
+        QFETCH(int, count);
+        QFETCH(bool, admin);
+        QFETCH(QString, expected);
+        QCOMPARE(ResultsRules::confirmationMessage(QStringLiteral("Foo"), count, 3400000, admin),
+                 expected);
+    }
+
+    void batchName()
+    {
+        AppInfo app;
+        app.name = QStringLiteral("Foo.app");
+        UninstallSession a(app), b(app), c(app);
+        QCOMPARE(ResultsRules::batchName({&a}), QStringLiteral("Foo"));
+        QCOMPARE(ResultsRules::batchName({&a, &b, &c}), QStringLiteral("3 apps"));
+    }
+
+    void hasProtectedFiles_data()
+    {
+        QTest::addColumn<QString>("macPath");
+        QTest::addColumn<bool>("selected");
+        QTest::addColumn<bool>("exists");
+        QTest::addColumn<bool>("expected");
+        QTest::newRow("launch daemon") << "/Library/LaunchDaemons/a.plist" << true << true << true;
+        QTest::newRow("prefix without slash")
+            << "/Library/Application Supportive/x" << true << true << true;
+        QTest::newRow("not selected") << "/Library/LaunchDaemons/b.plist" << false << true << false;
+        QTest::newRow("user cache") << "~/Library/Caches/a" << true << true << false;
+        QTest::newRow("gone, so not writable") << "~/Library/Caches/gone" << true << false << true;
+    }
+    void hasProtectedFiles()
+    {
+        QFETCH(QString, macPath);
+        QFETCH(bool, selected);
+        QFETCH(bool, exists);
+        QFETCH(bool, expected);
+        UninstallSession session(AppInfo{});
+        session.setDiscoveredFiles({item(QStringLiteral("~/Library/Caches/ok"), true),
+                                    item(macPath, selected, exists)});
+        QCOMPARE(ResultsRules::hasProtectedFiles({&session}), expected);
+    }
+
+    void isSIPProtected_data()
+    {
+        QTest::addColumn<QString>("macPath");
+        QTest::addColumn<bool>("flag");
+        QTest::addColumn<bool>("expected");
+        QTest::newRow("under /System/") << "/System/Applications/Chess.app" << false << true;
+        QTest::newRow("flagged") << "/Applications/Link.app" << true << true;
+        QTest::newRow("ordinary") << "/Applications/Foo.app" << false << false;
+        QTest::newRow("SystemFoo") << "/SystemFoo/Foo.app" << false << false;
+    }
+    void isSIPProtected()
+    {
+        QFETCH(QString, macPath);
+        QFETCH(bool, flag);
+        QFETCH(bool, expected);
+        AppInfo app;
+        app.bundlePath = m_mac->path(macPath);
+        app.isSystemProtected = flag;
+        QCOMPARE(ResultsRules::isSIPProtected(UninstallSession(app)), expected);
+    }
+
+    void selectionSummaryCountsSelectedOfAll()
+    {
+        UninstallSession session(AppInfo{});
+        FileItem a, b, c;
+        a.size = 1000;
+        b.size = 500;
+        c.isSelected = false;
+        session.setDiscoveredFiles({a, b, c});
+        QCOMPARE(ResultsRules::selectionSummary(session),
+                 QStringLiteral("2 of 3 · ") + formattedByteCount(1500));
+    }
+
+    void hasFailures()
+    {
+        UninstallSession a(AppInfo{}), b(AppInfo{});
+        QVERIFY(!ResultsRules::hasFailures({&a, &b}));
+        b.setFailedCount(2);
+        QVERIFY(ResultsRules::hasFailures({&a, &b}));
+    }
+};
+
+QTEST_GUILESS_MAIN(ResultsRulesTest)
+#include "tst_ResultsRules.moc"
