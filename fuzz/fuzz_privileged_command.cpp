@@ -228,7 +228,8 @@ QList<Call> runInShell(const QString &line, const QString &callsFile)
 {
     QFile::remove(callsFile);
     QProcess shell;
-    QProcessEnvironment environment = QProcessEnvironment::systemEnvironment();
+    QProcessEnvironment environment;
+    environment.insert(QStringLiteral("PATH"), QStringLiteral("/usr/bin:/bin"));
     environment.insert(QStringLiteral("CALLS"), callsFile);
     shell.setProcessEnvironment(environment);
     shell.setStandardInputFile(QProcess::nullDevice());

@@ -2,6 +2,7 @@
 #include "LogListModel.h"
 
 #include <QLocale>
+#include <QRegularExpression>
 
 LogListModel::LogListModel(QObject *parent) : QAbstractListModel(parent) {}
 
@@ -98,5 +99,8 @@ QHash<int, QByteArray> LogListModel::roleNames() const
 
 QString LogListModel::timeText(const QDateTime &timestamp)
 {
-    return QLocale().toString(timestamp.time(), QLocale::ShortFormat);
+    // Some locales' short format (the C locale's among them) carries seconds; drop them.
+    QString format = QLocale().timeFormat(QLocale::ShortFormat);
+    format.remove(QRegularExpression(QStringLiteral("[:.]?s+")));
+    return QLocale().toString(timestamp.time(), format.trimmed());
 }
