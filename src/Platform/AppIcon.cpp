@@ -2,6 +2,11 @@
 #include "AppIcon.h"
 
 #include "Bundle.h"
+#include "NativeServices.h"
+
+#if defined(Q_OS_MACOS)
+#include "mac/WorkspaceIcon.h"
+#endif
 
 #include <QFile>
 #include <QFileInfo>
@@ -79,7 +84,7 @@ std::optional<QByteArray> largestPngInIcns(const QByteArray &icns)
     return best;
 }
 
-std::optional<QByteArray> extract(const QString &bundlePath)
+std::optional<QByteArray> fromIcnsResource(const QString &bundlePath)
 {
     const auto bundle = Bundle::open(bundlePath);
     if (!bundle)
@@ -93,6 +98,18 @@ std::optional<QByteArray> extract(const QString &bundlePath)
         name->append(QStringLiteral(".icns"));
     const auto bytes = readIcns(bundlePath + QStringLiteral("/Contents/Resources/") + *name);
     return bytes ? largestPngInIcns(*bytes) : std::nullopt;
+}
+
+std::optional<QByteArray> extract(const QString &bundlePath)
+{
+#if defined(Q_OS_MACOS)
+    // The system also knows icons that live in asset catalogs or were set in the Finder.
+    if (NativeServices::serveFiles()) {
+        if (auto icon = WorkspaceIcon::pngForFile(bundlePath))
+            return icon;
+    }
+#endif
+    return fromIcnsResource(bundlePath);
 }
 
 } // namespace AppIcon

@@ -2,11 +2,12 @@
 #pragma once
 
 #include <QString>
+#include <memory>
 
-// Runs one shell command line as root after the user authenticated once. macOS runs the
-// AppleScript source through osascript ("do shell script ... with administrator privileges");
-// Linux runs the line through pkexec, or directly when this process already is root.
-// Blocking while the password prompt is up: call it off the GUI thread. Tests pass a fake.
+// Runs one shell command line as root after the user authenticated once: the AppleScript source
+// ("do shell script ... with administrator privileges") through osascript on macOS, the line
+// through pkexec on Linux. Blocking while the password prompt is up: call it off the GUI thread.
+// Tests pass a fake.
 class PrivilegedShell
 {
 public:
@@ -19,5 +20,8 @@ public:
 
     virtual ~PrivilegedShell() = default;
     [[nodiscard]] virtual Result run(const QString &commandLine,
-                                     const QString &appleScriptSource) const;
+                                     const QString &appleScriptSource) const = 0;
+
+    // OsascriptShell on macOS, PkexecShell elsewhere.
+    [[nodiscard]] static std::shared_ptr<const PrivilegedShell> system();
 };

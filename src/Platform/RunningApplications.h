@@ -3,6 +3,7 @@
 
 #include <QList>
 #include <QString>
+#include <memory>
 #include <optional>
 
 // One running application as the process table shows it. Linux knows only the executable;
@@ -18,16 +19,19 @@ struct RunningApplication
     quint64 startTime = 0;
 };
 
-// The running applications and the two ways of asking one to quit. Linux: /proc, SIGTERM and
-// SIGKILL; a zombie counts as terminated. Tests hand ProcessService a fake.
+// The running applications and the two ways of asking one to quit. Linux: the process table
+// under /proc; macOS: NSWorkspace. Tests hand ProcessService a fake.
 class RunningApplications
 {
 public:
     virtual ~RunningApplications() = default;
 
-    [[nodiscard]] virtual QList<RunningApplication> list() const;
-    [[nodiscard]] virtual qint64 ownProcessIdentifier() const;
-    virtual void terminate(const RunningApplication &application);
-    virtual void forceTerminate(const RunningApplication &application);
-    [[nodiscard]] virtual bool isTerminated(const RunningApplication &application) const;
+    [[nodiscard]] virtual QList<RunningApplication> list() const = 0;
+    [[nodiscard]] virtual qint64 ownProcessIdentifier() const = 0;
+    virtual void terminate(const RunningApplication &application) = 0;
+    virtual void forceTerminate(const RunningApplication &application) = 0;
+    [[nodiscard]] virtual bool isTerminated(const RunningApplication &application) const = 0;
+
+    // The table of this system.
+    [[nodiscard]] static std::shared_ptr<RunningApplications> system();
 };

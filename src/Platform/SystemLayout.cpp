@@ -1,6 +1,8 @@
 // SPDX-License-Identifier: MIT
 #include "SystemLayout.h"
 
+#include "NativeServices.h"
+
 #include <QDir>
 #include <QFile>
 
@@ -8,6 +10,8 @@
 #include <unistd.h>
 
 #if defined(Q_OS_MACOS)
+#include "mac/FileManagerTrash.h"
+
 #include <vector>
 #endif
 
@@ -122,6 +126,17 @@ QStringList SystemLayout::darwinUserDirectories()
             result.append(line);
     }
     return result;
+}
+
+QString SystemLayout::trashDirectory()
+{
+#if defined(Q_OS_MACOS)
+    if (NativeServices::serveFiles()) {
+        if (auto trash = FileManagerTrash::trashDirectory())
+            return *trash;
+    }
+#endif
+    return g_home + QStringLiteral("/.Trash");
 }
 
 QString SystemLayout::defaultHome(const QString &root)

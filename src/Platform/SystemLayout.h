@@ -36,6 +36,9 @@ public:
     // confstr on macOS, ROOT/.fakemac/darwin-user-dirs on a fake Mac, else none.
     [[nodiscard]] static QStringList darwinUserDirectories();
 
+    // The user's Trash folder: the one NSFileManager names on a real Mac, else HOME/.Trash.
+    [[nodiscard]] static QString trashDirectory();
+
     // The default home for a root: the real home for "/", ROOT/Users/<login> otherwise.
     [[nodiscard]] static QString defaultHome(const QString &root);
 };

@@ -1,54 +1,18 @@
 // SPDX-License-Identifier: MIT
 #include "TrashMover.h"
 
-#include "Platform/SystemLayout.h"
-#include "Platform/TrashNaming.h"
+#include "NativeServices.h"
+#include "RenamingTrashMover.h"
 
-#include <QDir>
-#include <QFile>
-
-#include <cerrno>
-#include <cstdio>
-#include <cstring>
-#include <fcntl.h>
-#include <sys/stat.h>
-
-namespace {
-// rename(2) that refuses to replace an existing item; EEXIST when the name is taken.
-int renameWithoutReplacing(const QString &source, const QString &destination)
-{
-    const QByteArray from = QFile::encodeName(source);
-    const QByteArray to = QFile::encodeName(destination);
-#if defined(RENAME_NOREPLACE)
-    const int result =
-        ::renameat2(AT_FDCWD, from.constData(), AT_FDCWD, to.constData(), RENAME_NOREPLACE);
-    if (result == 0 || errno != EINVAL)
-        return result == 0 ? 0 : errno;
+#if defined(Q_OS_MACOS)
+#include "mac/FileManagerTrash.h"
 #endif
-    // A file system without the flag: check, then rename (the gap is the caller's own folder).
-    if (TrashNaming::itemExists(destination))
-        return EEXIST;
-    return ::rename(from.constData(), to.constData()) == 0 ? 0 : errno;
-}
-} // namespace
 
-bool TrashMover::moveToTrash(const QString &path, QString *error) const
+std::shared_ptr<const TrashMover> TrashMover::system()
 {
-    const QString trash = SystemLayout::home() + QStringLiteral("/.Trash");
-    if (!QDir(trash).exists() && ::mkdir(QFile::encodeName(trash).constData(), 0700) != 0 &&
-        errno != EEXIST) {
-        *error = QString::fromLocal8Bit(std::strerror(errno));
-        return false;
-    }
-    QSet<QString> tried;
-    for (;;) {
-        const QString destination = TrashNaming::freeDestination(trash, path, tried);
-        const int failure = renameWithoutReplacing(path, destination);
-        if (failure == 0)
-            return true;
-        if (failure != EEXIST) {
-            *error = QString::fromLocal8Bit(std::strerror(failure));
-            return false;
-        }
-    }
+#if defined(Q_OS_MACOS)
+    if (NativeServices::serveFiles())
+        return std::make_shared<const FileManagerTrash>();
+#endif
+    return std::make_shared<const RenamingTrashMover>();
 }

@@ -171,7 +171,7 @@ bool AdminPathPolicy::isValidPackageID(const QString &id)
 
 QString AdminPathPolicy::trashDirectory()
 {
-    return SystemLayout::home() + QStringLiteral("/.Trash");
+    return SystemLayout::trashDirectory();
 }
 
 QStringList AdminPathPolicy::userDarwinDirectories()

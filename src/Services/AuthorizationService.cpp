@@ -53,7 +53,7 @@ AuthorizationError errorOf(const PrivilegedShell::Result &result)
 } // namespace
 
 AuthorizationService::AuthorizationService()
-    : AuthorizationService(std::make_shared<const PrivilegedShell>())
+    : AuthorizationService(PrivilegedShell::system())
 {}
 
 AuthorizationService::AuthorizationService(std::shared_ptr<const PrivilegedShell> shell)

@@ -56,7 +56,7 @@ ProcessService::ProcessService() : ProcessService(Dependencies{}) {}
 ProcessService::ProcessService(Dependencies dependencies) : m_dependencies(std::move(dependencies))
 {
     if (!m_dependencies.applications)
-        m_dependencies.applications = std::make_shared<RunningApplications>();
+        m_dependencies.applications = RunningApplications::system();
     if (!m_dependencies.tools)
         m_dependencies.tools = std::make_shared<const ToolRunner>();
     if (!m_dependencies.sleep)

@@ -21,7 +21,7 @@ UninstallService::UninstallService(Dependencies dependencies)
     if (!m_dependencies.authorization)
         m_dependencies.authorization = std::make_shared<const AuthorizationService>();
     if (!m_dependencies.trash)
-        m_dependencies.trash = std::make_shared<const TrashMover>();
+        m_dependencies.trash = TrashMover::system();
     if (!m_dependencies.isWritable)
         m_dependencies.isWritable = [](const QString &folder) {
             return ::access(QFile::encodeName(folder).constData(), W_OK) == 0;

@@ -2,8 +2,8 @@
 #include "ResultsListModel.h"
 
 #include "ItemBadge.h"
-#include "ResultsRules.h"
 #include "Platform/SystemLayout.h"
+#include "ResultsRules.h"
 #include "SymbolImages.h"
 
 #include <QMetaEnum>
@@ -19,7 +19,7 @@ QString shownPath(const FileItem &item)
     return SystemLayout::macPath(path).value_or(path);
 }
 
-template<typename Enum> QString keyOf(Enum value)
+template <typename Enum> QString keyOf(Enum value)
 {
     return QString::fromLatin1(QMetaEnum::fromType<Enum>().valueToKey(int(value)));
 }

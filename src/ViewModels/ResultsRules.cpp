@@ -47,10 +47,11 @@ QString confirmationMessage(const QString &batchName, int fileCount, qint64 tota
                       QStringLiteral("?\n\nThis will move ") + QString::number(fileCount) +
                       QStringLiteral(" files (") + formattedByteCount(totalSize);
     if (hasProtectedFiles)
-        return message + QStringLiteral(
-                             ") to the Trash.\n\n⚠️ Some files require administrator privileges. "
-                             "You may be prompted to authenticate with Touch ID or your "
-                             "password.");
+        return message +
+               QStringLiteral(
+                   ") to the Trash.\n\n⚠️ Some files require administrator privileges. "
+                   "You may be prompted to authenticate with Touch ID or your "
+                   "password.");
     return message + QStringLiteral(") to the Trash.");
 }
 

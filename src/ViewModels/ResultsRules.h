@@ -18,8 +18,8 @@ namespace ResultsRules {
 // Some session had items that could not be moved.
 [[nodiscard]] bool hasFailures(const QList<const UninstallSession *> &sessions);
 // The question asked before the uninstall starts.
-[[nodiscard]] QString confirmationMessage(const QString &batchName, int fileCount,
-                                          qint64 totalSize, bool hasProtectedFiles);
+[[nodiscard]] QString confirmationMessage(const QString &batchName, int fileCount, qint64 totalSize,
+                                          bool hasProtectedFiles);
 // "3 of 7 · 1.2 MB": selected of found, and the selected size.
 [[nodiscard]] QString selectionSummary(const UninstallSession &session);
 // The app's icon as an image URL the views can load; empty when it has none.

@@ -5,8 +5,8 @@
 
 #include <QBuffer>
 #include <QColor>
-#include <QImageReader>
 #include <QFile>
+#include <QImageReader>
 #include <QPainter>
 #include <QUrlQuery>
 
@@ -64,8 +64,7 @@ void paintGradient(QImage &image, const QColor &from, const QColor &to)
 
 SymbolImageProvider::SymbolImageProvider() : QQuickImageProvider(QQuickImageProvider::Image) {}
 
-QImage SymbolImageProvider::requestImage(const QString &id, QSize *size,
-                                         const QSize &requestedSize)
+QImage SymbolImageProvider::requestImage(const QString &id, QSize *size, const QSize &requestedSize)
 {
     const qsizetype query = id.indexOf(u'?');
     const QString symbol = id.left(query);
@@ -74,9 +73,8 @@ QImage SymbolImageProvider::requestImage(const QString &id, QSize *size,
     QColor color(u'#' + options.queryItemValue(QStringLiteral("color")));
     if (!color.isValid())
         color = Qt::black;
-    const QSize target = requestedSize.isValid() && !requestedSize.isEmpty()
-                             ? requestedSize
-                             : QSize(64, 64);
+    const QSize target =
+        requestedSize.isValid() && !requestedSize.isEmpty() ? requestedSize : QSize(64, 64);
     const QString file = SymbolImages::iconFile(symbol);
     const double weight = options.queryItemValue(QStringLiteral("weight")).toDouble();
     QImage image = SymbolImages::isCircleFill(symbol)

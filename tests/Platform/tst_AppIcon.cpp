@@ -137,7 +137,7 @@ void TestAppIcon::extractsFromBundle()
     QVERIFY(icon.open(QIODevice::WriteOnly));
     icon.write(icns({entry("ic08", image)}));
     icon.close();
-    QCOMPARE(AppIcon::extract(bundle), std::optional<QByteArray>(image));
+    QCOMPARE(AppIcon::fromIcnsResource(bundle), std::optional<QByteArray>(image));
 }
 
 void TestAppIcon::missingIconGivesNothing()
@@ -162,14 +162,14 @@ void TestAppIcon::missingIconGivesNothing()
         return true;
     };
     QVERIFY(withIconFile(QStringLiteral("Missing")));
-    QVERIFY(!AppIcon::extract(bundle));
+    QVERIFY(!AppIcon::fromIcnsResource(bundle));
     QVERIFY(withIconFile(QVariant()));
-    QVERIFY(!AppIcon::extract(bundle));
+    QVERIFY(!AppIcon::fromIcnsResource(bundle));
     QVERIFY(withIconFile(qint64(3)));
-    QVERIFY(!AppIcon::extract(bundle));
+    QVERIFY(!AppIcon::fromIcnsResource(bundle));
     QVERIFY(withIconFile(QStringLiteral("../Outside")));
-    QVERIFY(!AppIcon::extract(bundle));
-    QVERIFY(!AppIcon::extract(dir.filePath(QStringLiteral("Missing.app"))));
+    QVERIFY(!AppIcon::fromIcnsResource(bundle));
+    QVERIFY(!AppIcon::fromIcnsResource(dir.filePath(QStringLiteral("Missing.app"))));
 }
 
 QTEST_GUILESS_MAIN(TestAppIcon)

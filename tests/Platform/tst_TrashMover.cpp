@@ -1,6 +1,6 @@
 // SPDX-License-Identifier: MIT
+#include "Platform/RenamingTrashMover.h"
 #include "Platform/SystemLayout.h"
-#include "Platform/TrashMover.h"
 #include "Platform/TrashNaming.h"
 #include "support/FakeMac.h"
 #include "support/TreeFingerprint.h"
@@ -82,7 +82,7 @@ private slots:
         const QString app = m_mac->path(u"/Applications/Example.app"_s);
         const QByteArray content = TreeFingerprint::of(app);
         QString error;
-        QVERIFY(TrashMover().moveToTrash(app, &error));
+        QVERIFY(RenamingTrashMover().moveToTrash(app, &error));
         QVERIFY(!QFileInfo::exists(app));
         QCOMPARE(TreeFingerprint::of(trash(u"Example 2.app"_s)), content);
         QVERIFY(QFileInfo::exists(old));
@@ -93,7 +93,7 @@ private slots:
         const QString target = m_mac->addTextFile(u"/Users/Shared/target"_s, "target");
         const QString link = m_mac->addSymlink(u"~/Library/Caches/link"_s, target);
         QString error;
-        QVERIFY(TrashMover().moveToTrash(link, &error));
+        QVERIFY(RenamingTrashMover().moveToTrash(link, &error));
         QCOMPARE(QFileInfo(trash(u"link"_s)).symLinkTarget(), target);
         QVERIFY(QFileInfo(target).isFile());
     }
@@ -103,14 +103,15 @@ private slots:
         QVERIFY(QDir(m_mac->home() + u"/.Trash"_s).removeRecursively());
         const QString file = m_mac->addTextFile(u"~/Library/Caches/x"_s, "x");
         QString error;
-        QVERIFY(TrashMover().moveToTrash(file, &error));
+        QVERIFY(RenamingTrashMover().moveToTrash(file, &error));
         QVERIFY(QFileInfo::exists(trash(u"x"_s)));
     }
 
     void reportsWhatCouldNotMove()
     {
         QString error;
-        QVERIFY(!TrashMover().moveToTrash(m_mac->path(u"/Library/Caches/missing"_s), &error));
+        QVERIFY(
+            !RenamingTrashMover().moveToTrash(m_mac->path(u"/Library/Caches/missing"_s), &error));
         QVERIFY(!error.isEmpty());
     }
 };

@@ -54,8 +54,8 @@ private slots:
         QAbstractItemModelTester tester(&model);
         model.setSessions({&session});
         QVERIFY(model.byCategory());
-        QCOMPARE(kinds(model), (QStringList{u"categoryHeader"_s, u"file"_s, u"categoryHeader"_s, u"file"_s,
-                                            u"file"_s}));
+        QCOMPARE(kinds(model), (QStringList{u"categoryHeader"_s, u"file"_s, u"categoryHeader"_s,
+                                            u"file"_s, u"file"_s}));
         QCOMPARE(at(model, 0, Role::title).toString(), QStringLiteral("Application"));
         QCOMPARE(at(model, 2, Role::title).toString(), QStringLiteral("Caches"));
         QCOMPARE(at(model, 2, Role::detail).toString(), QStringLiteral("2 items"));
@@ -77,8 +77,9 @@ private slots:
         ResultsListModel model;
         QAbstractItemModelTester tester(&model);
         model.setSessions({&scanning, &ready, &protectedApp});
-        QCOMPARE(kinds(model), (QStringList{u"appHeader"_s, u"scanning"_s, u"appHeader"_s, u"file"_s, u"file"_s,
-                                            u"appHeader"_s, u"protectedApp"_s}));
+        QCOMPARE(kinds(model),
+                 (QStringList{u"appHeader"_s, u"scanning"_s, u"appHeader"_s, u"file"_s, u"file"_s,
+                              u"appHeader"_s, u"protectedApp"_s}));
         QCOMPARE(at(model, 3, Role::showsCategory).toBool(), true);
         // Totals, All and None only for a ready app that is not part of the system.
         QCOMPARE(at(model, 0, Role::showsSelectionButtons).toBool(), false);
@@ -99,21 +100,25 @@ private slots:
         QTest::addColumn<bool>("selected");
         QTest::addColumn<QString>("text");
         QTest::addColumn<QString>("tone");
-        QTest::newRow("system over note")
-            << "/System/Library/x" << false << "shared" << 0.7 << true
-            << "• Part of macOS - Cannot delete" << "orange";
-        QTest::newRow("protected flag") << "~/x" << true << "" << 1.0 << true
-                                        << "• Part of macOS - Cannot delete" << "orange";
+        QTest::newRow("system over note") << "/System/Library/x" << false << "shared" << 0.7 << true
+                                          << "• Part of macOS - Cannot delete"
+                                          << "orange";
+        QTest::newRow("protected flag")
+            << "~/x" << true << "" << 1.0 << true << "• Part of macOS - Cannot delete"
+            << "orange";
         QTest::newRow("note over admin, selected")
             << "/Library/LaunchDaemons/x" << false << "shared" << 1.0 << true << "• shared"
             << "secondary";
-        QTest::newRow("note, not selected") << "~/x" << false << "shared" << 1.0 << false
-                                            << "• shared" << "orange";
-        QTest::newRow("admin over low confidence") << "/Library/Preferences/x" << false << ""
-                                                   << 0.7 << true << "• Requires admin" << "blue";
-        QTest::newRow("0.79 is low") << "~/x" << false << "" << 0.79 << true
-                                     << "• Low confidence" << "orange";
-        QTest::newRow("0.8 is not") << "~/x" << false << "" << 0.8 << true << "" << "none";
+        QTest::newRow("note, not selected")
+            << "~/x" << false << "shared" << 1.0 << false << "• shared"
+            << "orange";
+        QTest::newRow("admin over low confidence")
+            << "/Library/Preferences/x" << false << "" << 0.7 << true << "• Requires admin"
+            << "blue";
+        QTest::newRow("0.79 is low") << "~/x" << false << "" << 0.79 << true << "• Low confidence"
+                                     << "orange";
+        QTest::newRow("0.8 is not") << "~/x" << false << "" << 0.8 << true << ""
+                                    << "none";
     }
     void badgeTakesTheFirstThatApplies()
     {
@@ -166,12 +171,13 @@ private slots:
     void headerButtonsActOnTheirGroup()
     {
         UninstallSession session(AppInfo{});
-        session.setDiscoveredFiles({item(FileCategory::caches), item(FileCategory::logs),
-                                    item(FileCategory::caches)});
+        session.setDiscoveredFiles(
+            {item(FileCategory::caches), item(FileCategory::logs), item(FileCategory::caches)});
         ResultsListModel model;
         model.setSessions({&session});
         const int cachesHeader = kinds(model).lastIndexOf(QStringLiteral("categoryHeader")) - 0;
-        QCOMPARE(at(model, cachesHeader, Role::title).toString(), QStringLiteral("Logs & Crash Reports"));
+        QCOMPARE(at(model, cachesHeader, Role::title).toString(),
+                 QStringLiteral("Logs & Crash Reports"));
         model.setAllSelected(0, false); // Caches
         QCOMPARE(session.selectedFilesCount(), 1);
         QVERIFY(session.discoveredFiles().at(1).isSelected);

@@ -86,8 +86,8 @@ private slots:
         QFETCH(bool, exists);
         QFETCH(bool, expected);
         UninstallSession session(AppInfo{});
-        session.setDiscoveredFiles({item(QStringLiteral("~/Library/Caches/ok"), true),
-                                    item(macPath, selected, exists)});
+        session.setDiscoveredFiles(
+            {item(QStringLiteral("~/Library/Caches/ok"), true), item(macPath, selected, exists)});
         QCOMPARE(ResultsRules::hasProtectedFiles({&session}), expected);
     }
 

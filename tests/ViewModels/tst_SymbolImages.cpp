@@ -28,7 +28,8 @@ private slots:
         QTest::addColumn<QString>("symbol");
         QTest::newRow("application") << FileCategory::application << "app.fill";
         QTest::newRow("webData") << FileCategory::webData << "globe";
-        QTest::newRow("launchAgents") << FileCategory::launchAgents << "arrow.clockwise.circle.fill";
+        QTest::newRow("launchAgents")
+            << FileCategory::launchAgents << "arrow.clockwise.circle.fill";
         QTest::newRow("receipts") << FileCategory::receipts << "doc.plaintext.fill";
         QTest::newRow("other") << FileCategory::other << "doc.fill";
     }

@@ -6,13 +6,13 @@
 #include "ViewModels/MainViewModel.h"
 
 #include <QBuffer>
-#include <QtEndian>
 #include <QFutureInterface>
 #include <QImage>
 #include <QLinearGradient>
 #include <QMutex>
 #include <QPainter>
 #include <QPainterPath>
+#include <QtEndian>
 
 // Returns the items set for the app's identifier, each with a fresh id.
 class ScriptedDiscovery : public FileDiscoveryService
@@ -189,7 +189,8 @@ void WindowFixture::setFailures(const QString &identifier, int failures)
 
 QUrl WindowFixture::documentUrl()
 {
-    return QUrl::fromLocalFile(m_mac->addTextFile(QStringLiteral("~/Documents/Notes.txt"), "notes"));
+    return QUrl::fromLocalFile(
+        m_mac->addTextFile(QStringLiteral("~/Documents/Notes.txt"), "notes"));
 }
 
 MainViewModel *WindowFixture::viewModel()

@@ -105,9 +105,9 @@ Apps layOut(WindowFixture &fixture)
     QList<QUrl *> targets{&apps.photon, &apps.notely, &apps.chirp, &apps.tally};
     for (int i = 0; i < names.size(); ++i) {
         const QString identifier = QStringLiteral("com.example.") + names.at(i);
-        *targets[i] = fixture.addApp(QStringLiteral("/Applications/") + names.at(i) +
-                                         QStringLiteral(".app"),
-                                     identifier, QStringLiteral("1.0"), colors.at(i));
+        *targets[i] =
+            fixture.addApp(QStringLiteral("/Applications/") + names.at(i) + QStringLiteral(".app"),
+                           identifier, QStringLiteral("1.0"), colors.at(i));
         fixture.setItems(
             identifier,
             {item(QStringLiteral("/Applications/") + names.at(i) + QStringLiteral(".app"),
@@ -117,13 +117,13 @@ Apps layOut(WindowFixture &fixture)
              item(QStringLiteral("~/Library/Preferences/") + identifier + QStringLiteral(".plist"),
                   QStringLiteral("preferences"), 2048)});
     }
-    fixture.setItems(QStringLiteral("com.example.Photon"),
-                     {item(QStringLiteral("/Applications/Photon.app"),
-                           QStringLiteral("application"), 96000000),
-                      item(QStringLiteral("/Library/LaunchDaemons/com.example.Photon.helper.plist"),
-                           QStringLiteral("launchDaemons"), 1024),
-                      item(QStringLiteral("/Library/PrivilegedHelperTools/com.example.Photon.helper"),
-                           QStringLiteral("helperTools"), 2400000)});
+    fixture.setItems(
+        QStringLiteral("com.example.Photon"),
+        {item(QStringLiteral("/Applications/Photon.app"), QStringLiteral("application"), 96000000),
+         item(QStringLiteral("/Library/LaunchDaemons/com.example.Photon.helper.plist"),
+              QStringLiteral("launchDaemons"), 1024),
+         item(QStringLiteral("/Library/PrivilegedHelperTools/com.example.Photon.helper"),
+              QStringLiteral("helperTools"), 2400000)});
     apps.chess = fixture.addApp(QStringLiteral("/System/Applications/Chess.app"),
                                 QStringLiteral("com.apple.Chess"), QStringLiteral("3.18"),
                                 QStringLiteral("#8a8f98"));

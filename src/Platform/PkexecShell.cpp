@@ -1,0 +1,32 @@
+// SPDX-License-Identifier: MIT
+#include "PkexecShell.h"
+
+#include "UntimedProcess.h"
+
+#include <QStandardPaths>
+
+#include <unistd.h>
+
+namespace {
+// pkexec's status when the user dismissed the authentication dialog.
+constexpr int kPkexecDismissed = 126;
+} // namespace
+
+PrivilegedShell::Result PkexecShell::run(const QString &commandLine, const QString &) const
+{
+    const QStringList shellArguments{QStringLiteral("/bin/sh"), QStringLiteral("-c"), commandLine};
+    UntimedProcess finished;
+    if (geteuid() == 0) {
+        finished = UntimedProcess::run(shellArguments.first(), shellArguments.mid(1));
+    } else {
+        QString pkexec = QStandardPaths::findExecutable(QStringLiteral("pkexec"));
+        if (pkexec.isEmpty())
+            pkexec = QStringLiteral("/usr/bin/pkexec");
+        finished = UntimedProcess::run(pkexec, shellArguments);
+        if (finished.started && finished.status == kPkexecDismissed)
+            return Result{Outcome::canceled, {}};
+    }
+    if (finished.started && finished.status == 0)
+        return Result{Outcome::completed, {}};
+    return Result{Outcome::failed, finished.failureMessage()};
+}

@@ -1,0 +1,12 @@
+// SPDX-License-Identifier: MIT
+#pragma once
+
+#include "TrashMover.h"
+
+// A rename into HOME/.Trash (of SystemLayout) under a free name, never replacing anything and
+// never copying.
+class RenamingTrashMover : public TrashMover
+{
+public:
+    bool moveToTrash(const QString &path, QString *error) const override;
+};

@@ -1,0 +1,18 @@
+// SPDX-License-Identifier: MIT
+#pragma once
+
+#include "Platform/TrashMover.h"
+
+#include <QString>
+#include <optional>
+
+// macOS: the user's Trash through NSFileManager (FileManagerTrash.mm). The system picks the Trash
+// of the item's volume and a free name there, and the Finder can put the item back.
+class FileManagerTrash : public TrashMover
+{
+public:
+    bool moveToTrash(const QString &path, QString *error) const override;
+
+    // The first Trash folder NSFileManager names for the user; nothing when it names none.
+    [[nodiscard]] static std::optional<QString> trashDirectory();
+};

@@ -1,0 +1,34 @@
+// SPDX-License-Identifier: MIT
+#include "FileManagerTrash.h"
+
+#import <Foundation/Foundation.h>
+
+#if !__has_feature(objc_arc)
+#error "FileManagerTrash.mm is built with ARC (-fobjc-arc)"
+#endif
+
+bool FileManagerTrash::moveToTrash(const QString &path, QString *error) const
+{
+    @autoreleasepool {
+        NSURL *url = [NSURL fileURLWithPath:path.toNSString()];
+        NSError *failure = nil;
+        if ([NSFileManager.defaultManager trashItemAtURL:url resultingItemURL:nil error:&failure])
+            return true;
+        *error = failure != nil ? QString::fromNSString(failure.localizedDescription)
+                                : QStringLiteral("The item could not be moved to the Trash.");
+        return false;
+    }
+}
+
+std::optional<QString> FileManagerTrash::trashDirectory()
+{
+    @autoreleasepool {
+        NSArray<NSURL *> *folders =
+            [NSFileManager.defaultManager URLsForDirectory:NSTrashDirectory
+                                                 inDomains:NSUserDomainMask];
+        NSString *path = folders.firstObject.path; // no trailing "/"
+        if (path == nil || path.length == 0)
+            return std::nullopt;
+        return QString::fromNSString(path);
+    }
+}
