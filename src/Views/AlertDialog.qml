@@ -46,7 +46,7 @@ Dialog {
             id: panel
             anchors.fill: parent
             radius: 14
-            color: Qt.rgba(0.975, 0.978, 0.985, 0.98)
+            color: "#f8f9fb"
             border.color: Theme.hairline
         }
     }

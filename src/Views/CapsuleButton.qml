@@ -27,22 +27,28 @@ Button {
     hoverEnabled: true
     Accessible.name: text
 
-    contentItem: Row {
-        spacing: 6
-        SymbolImage {
-            visible: button.symbol !== ""
-            anchors.verticalCenter: parent.verticalCenter
-            symbol: button.symbol
-            color: button.symbolColor
-            size: button.fontSize
-        }
-        Text {
-            anchors.verticalCenter: parent.verticalCenter
-            text: button.text
-            color: button.textColor
-            font.family: Theme.fontFamily
-            font.pixelSize: button.fontSize
-            font.weight: button.fontWeight
+    contentItem: Item {
+        implicitWidth: label.implicitWidth
+        implicitHeight: label.implicitHeight
+        Row {
+            id: label
+            anchors.centerIn: parent
+            spacing: 6
+            SymbolImage {
+                visible: button.symbol !== ""
+                anchors.verticalCenter: parent.verticalCenter
+                symbol: button.symbol
+                color: button.symbolColor
+                size: button.fontSize
+            }
+            Text {
+                anchors.verticalCenter: parent.verticalCenter
+                text: button.text
+                color: button.textColor
+                font.family: Theme.fontFamily
+                font.pixelSize: button.fontSize
+                font.weight: button.fontWeight
+            }
         }
     }
 

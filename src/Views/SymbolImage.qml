@@ -1,5 +1,6 @@
 // SPDX-License-Identifier: MIT
 import QtQuick
+import QtQuick.Layouts
 
 // A system symbol by its name ("folder.fill"), drawn from the bundled icons in one colour or a
 // diagonal gradient from color to color2.
@@ -13,6 +14,9 @@ Image {
 
     width: size
     height: size
+    // Layouts go by the implicit size, which an image takes from its (doubled) source size.
+    Layout.preferredWidth: size
+    Layout.preferredHeight: size
     sourceSize: Qt.size(Math.ceil(size * 2), Math.ceil(size * 2))
     smooth: true
     fillMode: Image.PreserveAspectFit

@@ -94,7 +94,7 @@ private slots:
     // No shell between: quotes, backslashes and blanks reach osascript as they are.
     void passesTheSourceAsOneArgument()
     {
-        const QString source = uR"(do shell script "/bin/mv -n -- '/A b/It'\\''s' '/T/x'; exit 0")"
+        const QString source = u"do shell script \"/bin/mv -n -- '/A b/It'\\\\''s' '/T/x'; exit 0\""
                                u" with administrator privileges"_s;
         const auto result = OsascriptShell(standIn({}, 0)).run(u"/bin/mv ..."_s, source);
         QCOMPARE(result.outcome, PrivilegedShell::Outcome::completed);

@@ -6,6 +6,7 @@
 #include <QTest>
 
 #include <sys/stat.h>
+#include <unistd.h>
 
 namespace {
 qint64 ownSize(const QString &path)
@@ -22,6 +23,7 @@ class tst_SizeMeasurer : public QObject
 
 private slots:
     void measures();
+    void unreadablePartsAddNothing();
 };
 
 void tst_SizeMeasurer::measures()
@@ -35,13 +37,21 @@ void tst_SizeMeasurer::measures()
     const QString linkToBig = mac.addSymlink(QStringLiteral("/t/App.bundle/big"), big);
     const QString linkToDir =
         mac.addSymlink(QStringLiteral("/t/App.bundle/data"), mac.path(QStringLiteral("/data")));
+    const QString dangling = mac.addSymlink(QStringLiteral("/t/App.bundle/.gone"),
+                                            mac.path(QStringLiteral("/nowhere/at/all")));
+    // Neither a file nor a link: adds nothing.
+    QCOMPARE(
+        ::mkfifo(
+            QFile::encodeName(mac.path(QStringLiteral("/t/App.bundle/Contents/pipe"))).constData(),
+            0600),
+        0);
     const QString empty = mac.addFolder(QStringLiteral("/t/Empty"));
     mac.addFolder(QStringLiteral("/t/Nested/a/b"));
     const QString bundle = mac.path(QStringLiteral("/t/App.bundle"));
 
     // Files and links below, never what the links point at; folders add nothing.
     QCOMPARE(SizeMeasurer::itemSize(bundle),
-             1000 + 200 + 30 + ownSize(linkToBig) + ownSize(linkToDir));
+             1000 + 200 + 30 + ownSize(linkToBig) + ownSize(linkToDir) + ownSize(dangling));
     QCOMPARE(SizeMeasurer::itemSize(big), 50'000'000);
     // A link as the item measures the link, even when it points at a folder.
     QCOMPARE(SizeMeasurer::itemSize(linkToBig), ownSize(linkToBig));
@@ -53,6 +63,22 @@ void tst_SizeMeasurer::measures()
     QCOMPARE(SizeMeasurer::itemSize(mac.path(QStringLiteral("/t/Nested"))),
              ownSize(mac.path(QStringLiteral("/t/Nested"))));
     QCOMPARE(SizeMeasurer::itemSize(mac.path(QStringLiteral("/t/missing"))), 0);
+}
+
+void tst_SizeMeasurer::unreadablePartsAddNothing()
+{
+    if (::geteuid() == 0)
+        QSKIP("root reads every folder");
+    QTemporaryDir dir;
+    FakeMac mac(dir.path());
+    mac.addFile(QStringLiteral("/t/Item/readable"), 700);
+    mac.addFile(QStringLiteral("/t/Item/Locked/hidden"), 5000);
+    const QString locked = mac.path(QStringLiteral("/t/Item/Locked"));
+    QVERIFY(QFile::setPermissions(locked, QFileDevice::WriteOwner));
+    const qint64 size = SizeMeasurer::itemSize(mac.path(QStringLiteral("/t/Item")));
+    QFile::setPermissions(locked,
+                          QFileDevice::ReadOwner | QFileDevice::WriteOwner | QFileDevice::ExeOwner);
+    QCOMPARE(size, 700);
 }
 
 QTEST_GUILESS_MAIN(tst_SizeMeasurer)

@@ -55,6 +55,8 @@ public:
     void drop(const QList<QUrl> &urls)
     {
         m_viewModel.clearSessions();
+        // The previous results screen must be gone before the next one is looked up.
+        QCoreApplication::sendPostedEvents(nullptr, QEvent::DeferredDelete);
         m_viewModel.handleDroppedFiles(urls);
         for (int i = 0; i < 200 && m_viewModel.isScanning(); ++i)
             settle(10);
@@ -136,7 +138,10 @@ Apps layOut(WindowFixture &fixture)
 
 bool setProperty(QObject *object, const char *name, const QVariant &value)
 {
-    return object && object->setProperty(name, value);
+    const bool set = object && object->setProperty(name, value);
+    if (!set)
+        qWarning("could not set %s", name);
+    return set;
 }
 
 void forceStatus(MainViewModel &viewModel, const UninstallStatus &status)
