@@ -16,6 +16,8 @@
 
 #include <algorithm>
 
+#include <dirent.h>
+
 using namespace Qt::StringLiterals;
 
 namespace {
@@ -85,23 +87,34 @@ double median(QList<double> values)
     return values.at(values.size() / 2);
 }
 
+// Lists a folder the cheapest way there is (no stat, no sorting) and calls `subfolder` with the
+// path of every entry the folder marks as a folder.
+template <typename Subfolder> void list(const QString &folder, Subfolder subfolder)
+{
+    DIR *dir = ::opendir(QFile::encodeName(folder).constData());
+    if (!dir)
+        return;
+    while (const dirent *entry = ::readdir(dir)) {
+        const QString name = QFile::decodeName(entry->d_name);
+        if (entry->d_type == DT_DIR && name != u"."_s && name != u".."_s)
+            subfolder(folder + u'/' + name);
+    }
+    ::closedir(dir);
+}
+
 void list(const QString &folder)
 {
-    (void)QDir(folder).entryList(
-        QDir::AllEntries | QDir::Hidden | QDir::System | QDir::NoDotAndDotDot, QDir::Unsorted);
+    list(folder, [](const QString &) {});
 }
 
 // The Applications folders as discovery searches them for other apps: four levels deep, apps
 // listed but never entered (reading their Info.plist is discovery's own work, not the floor's).
 void listApplications(const QString &folder, int depth)
 {
-    const QFileInfoList entries = QDir(folder).entryInfoList(
-        QDir::AllEntries | QDir::Hidden | QDir::System | QDir::NoDotAndDotDot, QDir::Unsorted);
-    for (const QFileInfo &entry : entries) {
-        if (depth > 0 && entry.suffix() != QLatin1String("app") && entry.isDir() &&
-            !entry.isSymLink())
-            listApplications(entry.filePath(), depth - 1);
-    }
+    list(folder, [depth](const QString &subfolder) {
+        if (depth > 0 && !subfolder.endsWith(u".app"_s))
+            listApplications(subfolder, depth - 1);
+    });
 }
 
 // The floor: list every folder discovery lists, then `du -s` the items it found.

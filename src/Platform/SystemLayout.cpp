@@ -98,9 +98,11 @@ std::optional<QString> SystemLayout::macPath(const QString &realPath)
 
 QString SystemLayout::displayPath(const QString &path)
 {
-    if (g_home.isEmpty())
-        return path;
-    return QString(path).replace(g_home, QStringLiteral("~"));
+    QString shown = g_home.isEmpty() ? path : QString(path).replace(g_home, QStringLiteral("~"));
+    // On a fake Mac the rest is shown as the Mac sees it, without the folder that stands for "/".
+    if (isFakeRoot() && shown.startsWith(g_root + QLatin1Char('/')))
+        shown.remove(0, g_root.size());
+    return shown;
 }
 
 QStringList SystemLayout::darwinUserDirectories()

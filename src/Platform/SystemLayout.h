@@ -29,7 +29,8 @@ public:
     // the path lies outside root.
     [[nodiscard]] static std::optional<QString> macPath(const QString &realPath);
 
-    // Every occurrence of the home folder replaced by "~".
+    // Every occurrence of the home folder replaced by "~"; on a fake Mac, a path under root is
+    // then shown as its Mac path.
     [[nodiscard]] static QString displayPath(const QString &path);
 
     // The per-user cache and temporary folders as confstr reports them (each ending in "/"):

@@ -2,7 +2,6 @@
 #include "ResultsListModel.h"
 
 #include "ItemBadge.h"
-#include "Platform/SystemLayout.h"
 #include "ResultsRules.h"
 #include "SymbolImages.h"
 
@@ -10,15 +9,6 @@
 #include <QTimer>
 
 namespace {
-// The display path; on a fake Mac, paths outside the home are shown as the Mac sees them.
-QString shownPath(const FileItem &item)
-{
-    const QString path = item.displayPath();
-    if (!SystemLayout::isFakeRoot() || path.startsWith(u'~'))
-        return path;
-    return SystemLayout::macPath(path).value_or(path);
-}
-
 template <typename Enum> QString keyOf(Enum value)
 {
     return QString::fromLatin1(QMetaEnum::fromType<Enum>().valueToKey(int(value)));
@@ -218,7 +208,7 @@ QVariant ResultsListModel::fileData(const Row &row, Role role) const
     const FileItem &item = m_sessions.at(row.session)->discoveredFiles().at(row.file);
     switch (role) {
     case Role::displayPath:
-        return shownPath(item);
+        return item.displayPath();
     case Role::sizeText:
         return item.formattedSize();
     case Role::categoryName:

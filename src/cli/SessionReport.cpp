@@ -2,6 +2,7 @@
 #include "SessionReport.h"
 
 #include "Models/ByteCountFormatter.h"
+#include "Platform/SystemLayout.h"
 #include "ViewModels/ItemBadge.h"
 #include "ViewModels/MainViewModel.h"
 
@@ -78,7 +79,7 @@ void writeText(QTextStream &out, const UninstallSession &session)
     out << " (" << app.bundleIdentifier << ")";
     if (app.isSystemProtected)
         out << " - Part of macOS, can't be uninstalled. It will be skipped.";
-    out << '\n' << "  " << app.bundlePath << '\n';
+    out << '\n' << "  " << SystemLayout::displayPath(app.bundlePath) << '\n';
     const auto groups = session.filesByCategory();
     for (const FileCategory category : allFileCategories()) {
         const auto it = groups.constFind(category);

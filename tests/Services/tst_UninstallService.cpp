@@ -237,15 +237,15 @@ private slots:
                 u"Starting uninstall process for Alpha"_s,
                 u"Application quit successfully"_s,
                 u"Unloaded: ~/Library/LaunchAgents/com.example.alpha.agent.plist"_s,
-                u"Moved to trash: "_s + alphaApp,
+                u"Moved to trash: "_s + SystemLayout::displayPath(alphaApp),
                 u"Moved to trash: ~/Library/Caches/com.example.alpha"_s,
                 u"Moved to trash: ~/Library/Preferences/com.example.alpha.plist"_s,
                 u"Moved to trash: ~/Library/Preferences/ByHost/com.example.alpha.0123-ABCD.plist"_s,
                 u"Moved to trash: ~/Library/LaunchAgents/com.example.alpha.agent.plist"_s,
                 u"Asking for administrator permission for 3 items"_s,
-                u"Moved to trash (admin): "_s + path(u"/Library/Application Support/Data"_s),
+                u"Moved to trash (admin): /Library/Application Support/Data"_s,
                 u"Moved to trash (admin): "_s +
-                    path(u"/Library/LaunchDaemons/com.example.alpha.helper.plist"_s),
+                    u"/Library/LaunchDaemons/com.example.alpha.helper.plist"_s,
                 u"Forgot installer receipt: com.example.alpha.pkg"_s,
                 u"⚠️ Skipped 1 files that are part of macOS (cannot be deleted)"_s,
                 u"✓ Uninstall completed. 8 items moved to the Trash, 1 protected items skipped."_s,
@@ -255,10 +255,10 @@ private slots:
             QStringList({
                 u"Starting uninstall process for Beta"_s,
                 u"App was not running or already quit"_s,
-                u"Moved to trash: "_s + path(u"/Applications/Beta.app"_s),
+                u"Moved to trash: /Applications/Beta.app"_s,
                 u"Moved to trash: ~/Library/Application Support/Beta"_s,
                 u"Asking for administrator permission for 2 items"_s,
-                u"Moved to trash (admin): "_s + path(u"/Library/Caches/Data"_s),
+                u"Moved to trash (admin): /Library/Caches/Data"_s,
                 u"Moved to trash (admin): ~/Library/Containers/com.example.beta"_s,
                 u"⚠️ Skipped 1 files that are part of macOS (cannot be deleted)"_s,
                 u"✓ Uninstall completed. 4 items moved to the Trash, 1 protected items skipped."_s,
@@ -328,10 +328,10 @@ private slots:
         const QString reason = u" - Administrator permission was canceled"_s;
         const QStringList alpha = messages(*batch.alpha);
         const QStringList failures{
-            u"Failed to remove: "_s + path(u"/Library/Application Support/Data"_s) + reason,
-            u"Failed to remove: "_s +
-                path(u"/Library/LaunchDaemons/com.example.alpha.helper.plist"_s) + reason,
-            u"Failed to remove: "_s + batch.receipt + reason,
+            u"Failed to remove: /Library/Application Support/Data"_s + reason,
+            u"Failed to remove: "_s + u"/Library/LaunchDaemons/com.example.alpha.helper.plist"_s +
+                reason,
+            u"Failed to remove: "_s + SystemLayout::displayPath(batch.receipt) + reason,
             u"⚠️ Skipped 1 files that are part of macOS (cannot be deleted)"_s,
             u"⚠ Uninstall completed with errors. 5 succeeded, 3 failed, 1 skipped."_s,
         };
@@ -359,7 +359,8 @@ private slots:
         m_mac->addFolder(u"/Applications/Gamma.app"_s);
         auto service = makeService(FakePrivilegedShell::Behaviour::fail);
         runToCompletion(*service, {session});
-        QVERIFY(messages(*session).contains(u"Failed to remove: "_s + support +
+        QVERIFY(messages(*session).contains(u"Failed to remove: "_s +
+                                            SystemLayout::displayPath(support) +
                                             u" - Failed to remove files with admin privileges: "_s +
                                             FakePrivilegedShell::failureMessage()));
         QCOMPARE(session->failedCount(), 1);
@@ -396,7 +397,8 @@ private slots:
         QCOMPARE(messages(*session).mid(2),
                  QStringList({
                      u"Asking for administrator permission for 1 items"_s,
-                     u"Failed to remove: "_s + tool + u" - Couldn't be moved to the Trash"_s,
+                     u"Failed to remove: "_s + SystemLayout::displayPath(tool) +
+                         u" - Couldn't be moved to the Trash"_s,
                      u"⚠ Uninstall completed with errors. 0 succeeded, 1 failed, 0 skipped."_s,
                  }));
         QVERIFY(QFileInfo::exists(tool));
@@ -450,7 +452,8 @@ private slots:
         QVERIFY(QFileInfo::exists(odd));
         QCOMPARE(session->failedCount(), 1);
         QVERIFY(m_shell->lines().isEmpty());
-        QVERIFY(messages(*session).contains(u"Failed to remove: "_s + odd +
+        QVERIFY(messages(*session).contains(u"Failed to remove: "_s +
+                                            SystemLayout::displayPath(odd) +
                                             u" - Couldn't be moved to the Trash"_s));
     }
 
@@ -483,8 +486,8 @@ private slots:
         runToCompletion(*service, {session});
         QCOMPARE(session->removedCount(), 3);
         QVERIFY(!messages(*session).contains(u"Moved to trash: ~/Library/Caches/gone"_s));
-        QVERIFY(messages(*session).contains(u"Moved to trash (admin): "_s +
-                                            path(u"/Library/Caches/gone"_s)));
+        QVERIFY(
+            messages(*session).contains(u"Moved to trash (admin): "_s + u"/Library/Caches/gone"_s));
     }
 
     void nothingSelectedEndsWithZero()
