@@ -34,12 +34,9 @@ int renameWithoutReplacing(const QString &source, const QString &destination)
 
 bool RenamingTrashMover::moveToTrash(const QString &path, QString *error) const
 {
-    const QString trash = SystemLayout::home() + QStringLiteral("/.Trash");
-    if (!QDir(trash).exists() && ::mkdir(QFile::encodeName(trash).constData(), 0700) != 0 &&
-        errno != EEXIST) {
-        *error = QString::fromLocal8Bit(std::strerror(errno));
+    if (!ensureTrashFolder(error))
         return false;
-    }
+    const QString trash = SystemLayout::trashDirectory();
     QSet<QString> tried;
     for (;;) {
         const QString destination = TrashNaming::freeDestination(trash, path, tried);

@@ -14,6 +14,10 @@ public:
     // False, with the reason in `error`, when the item could not be moved.
     virtual bool moveToTrash(const QString &path, QString *error) const = 0;
 
+    // Makes the user's Trash folder (mode 0700) when it is missing, with the user's own rights,
+    // so that a move into it as root never has to create it. False, with the reason, on failure.
+    [[nodiscard]] static bool ensureTrashFolder(QString *error);
+
     // NSFileManager on a real Mac; a rename into HOME/.Trash elsewhere and on a fake Mac.
     [[nodiscard]] static std::shared_ptr<const TrashMover> system();
 };

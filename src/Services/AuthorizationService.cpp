@@ -52,9 +52,7 @@ AuthorizationError errorOf(const PrivilegedShell::Result &result)
 }
 } // namespace
 
-AuthorizationService::AuthorizationService()
-    : AuthorizationService(PrivilegedShell::system())
-{}
+AuthorizationService::AuthorizationService() : AuthorizationService(PrivilegedShell::system()) {}
 
 AuthorizationService::AuthorizationService(std::shared_ptr<const PrivilegedShell> shell)
     : m_shell(std::move(shell))
@@ -123,7 +121,8 @@ QString AuthorizationService::shellQuoted(const QString &text)
 
 bool AuthorizationService::isTrashDestination(const QString &destination)
 {
-    if (!destination.startsWith(QLatin1Char('/')) || holdsControlOrNewline(destination))
+    if (!destination.startsWith(QLatin1Char('/')) || !destination.isValidUtf16() ||
+        holdsControlOrNewline(destination))
         return false;
     if (QDir::cleanPath(destination) != destination)
         return false;

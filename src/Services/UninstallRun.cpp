@@ -177,6 +177,11 @@ void UninstallRun::removeAdminFiles(QList<UninstallPlan> &plans) const
     }
     if (moves.isEmpty() && packageIDs.isEmpty())
         return;
+    // A missing Trash would make every move as root fail, and the user may create their own.
+    // Should that fail too, each move fails and its item is logged and counted as failed.
+    QString trashError;
+    if (!moves.isEmpty())
+        (void)TrashMover::ensureTrashFolder(&trashError);
     for (const UninstallPlan &plan : std::as_const(plans)) {
         const qsizetype count = plan.adminFiles.size() + plan.receipts.size();
         if (count > 0)

@@ -1,94 +1,108 @@
 // SPDX-License-Identifier: MIT
 #include "WindowFixture.h"
 
+#include "Platform/PrivilegedShell.h"
+#include "Services/AuthorizationService.h"
 #include "Services/FileDiscoveryService.h"
 #include "Services/UninstallService.h"
 #include "ViewModels/MainViewModel.h"
+#include "support/FakeMacRemovalTools.h"
+#include "support/FakePrivilegedShell.h"
 
 #include <QBuffer>
-#include <QFutureInterface>
+#include <QCoreApplication>
+#include <QFile>
 #include <QImage>
+#include <QJsonDocument>
+#include <QJsonObject>
 #include <QLinearGradient>
 #include <QMutex>
 #include <QPainter>
 #include <QPainterPath>
+#include <QSet>
+#include <QThreadPool>
+#include <QWaitCondition>
 #include <QtEndian>
 
-// Returns the items set for the app's identifier, each with a fresh id.
-class ScriptedDiscovery : public FileDiscoveryService
+// What the holds and the prompt's answer are now; read by the background threads.
+struct FixtureGates
 {
-public:
-    QList<FileItem> discoverFiles(const AppInfo &app) const override
-    {
-        QMutexLocker lock(&m_mutex);
-        QList<FileItem> items = m_items.value(app.bundleIdentifier);
-        for (FileItem &item : items)
-            item.id = QUuid::createUuid();
-        return items;
-    }
-    void setItems(const QString &identifier, const QList<FileItem> &items)
-    {
-        QMutexLocker lock(&m_mutex);
-        m_items.insert(identifier, items);
-    }
+    using Behaviour = FakePrivilegedShell::Behaviour;
 
-private:
-    mutable QMutex m_mutex;
-    QHash<QString, QList<FileItem>> m_items;
+    mutable QMutex mutex;
+    QWaitCondition changed;
+    QSet<QString> heldScans;
+    bool holdPrivilegedStep = false;
+    Behaviour behaviour = Behaviour::runAsCaller;
+
+    template<typename Held>
+    void waitWhile(Held held)
+    {
+        QMutexLocker lock(&mutex);
+        while (held())
+            changed.wait(&mutex);
+    }
+    template<typename Change>
+    void update(Change change)
+    {
+        QMutexLocker lock(&mutex);
+        change();
+        changed.wakeAll();
+    }
 };
 
-// Marks the sessions processing and finishes them when told, with the configured failures.
-class ScriptedUninstall : public UninstallService
+// The real discovery, held back for the apps a test keeps in "scanning".
+class HeldDiscovery : public FileDiscoveryService
 {
 public:
-    QFuture<void> uninstall(const QList<QSharedPointer<UninstallSession>> &sessions) override
+    explicit HeldDiscovery(std::shared_ptr<FixtureGates> gates) : m_gates(std::move(gates)) {}
+
+    QList<FileItem> discoverFiles(const AppInfo &app) const override
     {
-        m_pending = sessions;
-        for (const auto &session : sessions) {
-            session->setStatus(UninstallStatus::processing());
-            session->addLog(QStringLiteral("Starting uninstall of ") + session->displayName(),
-                            true);
-        }
-        m_promise = QFutureInterface<void>();
-        m_promise.reportStarted();
-        return m_promise.future();
+        m_gates->waitWhile([&] { return m_gates->heldScans.contains(app.bundleIdentifier); });
+        return FileDiscoveryService::discoverFiles(app);
     }
-    void finish()
-    {
-        for (const auto &session : std::as_const(m_pending))
-            finish(*session);
-        m_pending.clear();
-        m_promise.reportFinished();
-    }
-    [[nodiscard]] bool isPending() const { return !m_pending.isEmpty(); }
-    QHash<QString, int> failures;
 
 private:
-    void finish(UninstallSession &session)
+    std::shared_ptr<FixtureGates> m_gates;
+};
+
+// Stands in for the password prompt: waits while held, then answers as configured.
+class PromptlessShell : public PrivilegedShell
+{
+public:
+    explicit PromptlessShell(std::shared_ptr<FixtureGates> gates) : m_gates(std::move(gates)) {}
+
+    Result run(const QString &commandLine, const QString &appleScriptSource) const override
     {
-        int removed = 0;
-        int failed = 0;
-        qint64 bytes = 0;
-        int toFail = failures.value(session.bundleIdentifier());
-        for (const FileItem &item : session.discoveredFiles()) {
-            if (!item.isSelected || item.isProtected)
-                continue;
-            if (toFail > 0) {
-                --toFail, ++failed;
-                session.addLog(QStringLiteral("Failed to remove: ") + item.displayPath(), false);
-                continue;
-            }
-            ++removed, bytes += item.size;
-            session.addLog(QStringLiteral("Moved to Trash: ") + item.displayPath(), true);
+        m_gates->waitWhile([&] { return m_gates->holdPrivilegedStep; });
+        FixtureGates::Behaviour behaviour;
+        {
+            QMutexLocker lock(&m_gates->mutex);
+            behaviour = m_gates->behaviour;
         }
-        session.setRemovedCount(removed);
-        session.setFailedCount(failed);
-        session.setRemovedBytes(bytes);
-        session.setStatus(UninstallStatus::completed());
+        return FakePrivilegedShell(behaviour).run(commandLine, appleScriptSource);
     }
 
-    QList<QSharedPointer<UninstallSession>> m_pending;
-    QFutureInterface<void> m_promise;
+private:
+    std::shared_ptr<FixtureGates> m_gates;
+};
+
+// The real uninstall, keeping its task so the fixture can outwait it.
+class TrackedUninstall : public UninstallService
+{
+public:
+    using UninstallService::UninstallService;
+
+    QFuture<void> uninstall(const QList<QSharedPointer<UninstallSession>> &sessions) override
+    {
+        m_task = UninstallService::uninstall(sessions);
+        return m_task;
+    }
+    [[nodiscard]] bool isRunning() const { return m_task.isValid() && !m_task.isFinished(); }
+
+private:
+    QFuture<void> m_task;
 };
 
 namespace {
@@ -124,25 +138,83 @@ QByteArray iconFile(const QColor &color)
     return QByteArray("icns") + bigEndian(quint32(8 + entry.size())) + entry;
 }
 
-FileCategory categoryNamed(const QString &name)
-{
-    for (const FileCategory category : allFileCategories()) {
-        if (caseName(category) == name)
-            return category;
-    }
-    return FileCategory::other;
-}
+const QList<std::pair<QString, FakePrivilegedShell::Behaviour>> kBehaviours{
+    {QStringLiteral("run"), FakePrivilegedShell::Behaviour::runAsCaller},
+    {QStringLiteral("cancel"), FakePrivilegedShell::Behaviour::cancel},
+    {QStringLiteral("fail"), FakePrivilegedShell::Behaviour::fail},
+};
 } // namespace
 
 WindowFixture::WindowFixture(QObject *parent)
     : QObject(parent), m_mac(std::make_unique<FakeMac>(m_dir.path())),
-      m_discovery(std::make_shared<ScriptedDiscovery>()),
-      m_uninstall(std::make_shared<ScriptedUninstall>())
+      m_gates(std::make_shared<FixtureGates>()),
+      m_discovery(std::make_shared<HeldDiscovery>(m_gates))
 {
     m_mac->activate();
+    FakeMacRemovalTools::install(*m_mac);
+    UninstallService::Dependencies dependencies;
+    dependencies.authorization =
+        std::make_shared<const AuthorizationService>(std::make_shared<PromptlessShell>(m_gates));
+    m_uninstall = std::make_shared<TrackedUninstall>(dependencies);
 }
 
-WindowFixture::~WindowFixture() = default;
+WindowFixture::~WindowFixture()
+{
+    m_gates->update([this] {
+        m_gates->heldScans.clear();
+        m_gates->holdPrivilegedStep = false;
+    });
+    // The task moves items on the GUI thread, so the events must keep flowing until it ends.
+    while (m_uninstall->isRunning())
+        QCoreApplication::processEvents(QEventLoop::AllEvents, 20);
+    QThreadPool::globalInstance()->waitForDone();
+}
+
+QString WindowFixture::privilegedShell() const
+{
+    QMutexLocker lock(&m_gates->mutex);
+    for (const auto &[name, behaviour] : kBehaviours) {
+        if (behaviour == m_gates->behaviour)
+            return name;
+    }
+    return {};
+}
+
+void WindowFixture::setPrivilegedShell(const QString &behaviour)
+{
+    for (const auto &[name, value] : kBehaviours) {
+        if (name == behaviour)
+            return m_gates->update([this, value] { m_gates->behaviour = value; });
+    }
+    qWarning("WindowFixture: unknown privileged shell behaviour %s", qPrintable(behaviour));
+}
+
+bool WindowFixture::holdPrivilegedStep() const
+{
+    QMutexLocker lock(&m_gates->mutex);
+    return m_gates->holdPrivilegedStep;
+}
+
+void WindowFixture::setHoldPrivilegedStep(bool hold)
+{
+    m_gates->update([this, hold] { m_gates->holdPrivilegedStep = hold; });
+}
+
+bool WindowFixture::applyDescription(const QString &file, QString *error)
+{
+    QFile input(file);
+    if (!input.open(QIODevice::ReadOnly)) {
+        *error = QStringLiteral("cannot read ") + file;
+        return false;
+    }
+    QJsonParseError parseError;
+    const QJsonDocument document = QJsonDocument::fromJson(input.readAll(), &parseError);
+    if (!document.isObject()) {
+        *error = file + QStringLiteral(": ") + parseError.errorString();
+        return false;
+    }
+    return m_mac->apply(document.object(), error);
+}
 
 QUrl WindowFixture::addApp(const QString &macPath, const QString &identifier,
                            const QString &version, const QString &color)
@@ -160,31 +232,14 @@ QUrl WindowFixture::addApp(const QString &macPath, const QString &identifier,
     return QUrl::fromLocalFile(m_mac->addApp(app));
 }
 
-void WindowFixture::setItems(const QString &identifier, const QVariantList &items)
+QString WindowFixture::addFile(const QString &macPath, qint64 size)
 {
-    QList<FileItem> list;
-    for (const QVariant &value : items) {
-        const QVariantMap map = value.toMap();
-        const QString macPath = map.value(QStringLiteral("path")).toString();
-        FileItem item;
-        item.path = m_mac->path(macPath);
-        item.category = categoryNamed(map.value(QStringLiteral("category")).toString());
-        item.size = map.value(QStringLiteral("size")).toLongLong();
-        item.isSelected = map.value(QStringLiteral("selected"), true).toBool();
-        item.confidence = map.value(QStringLiteral("confidence"), 1.0).toDouble();
-        item.isProtected = map.value(QStringLiteral("protected"), false).toBool();
-        if (map.contains(QStringLiteral("note")))
-            item.note = map.value(QStringLiteral("note")).toString();
-        if (!QFileInfo::exists(item.path))
-            m_mac->addFile(macPath, std::min<qint64>(item.size, 4096));
-        list.append(item);
-    }
-    m_discovery->setItems(identifier, list);
+    return m_mac->addFile(macPath, size);
 }
 
-void WindowFixture::setFailures(const QString &identifier, int failures)
+bool WindowFixture::exists(const QString &macPath) const
 {
-    m_uninstall->failures.insert(identifier, failures);
+    return QFileInfo(m_mac->path(macPath)).exists();
 }
 
 QUrl WindowFixture::documentUrl()
@@ -207,12 +262,17 @@ MainViewModel *WindowFixture::viewModel()
     return m_viewModel;
 }
 
-void WindowFixture::finishUninstall()
+void WindowFixture::holdScan(const QString &identifier)
 {
-    m_uninstall->finish();
+    m_gates->update([this, &identifier] { m_gates->heldScans.insert(identifier); });
 }
 
-bool WindowFixture::uninstallPending() const
+void WindowFixture::releaseScans()
 {
-    return m_uninstall->isPending();
+    m_gates->update([this] { m_gates->heldScans.clear(); });
+}
+
+bool WindowFixture::uninstallRunning() const
+{
+    return m_uninstall->isRunning();
 }

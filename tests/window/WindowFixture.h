@@ -3,59 +3,73 @@
 
 #include "support/FakeMac.h"
 
-#include <QHash>
 #include <QObject>
 #include <QStringList>
 #include <QTemporaryDir>
 #include <QUrl>
-#include <QVariantList>
 #include <memory>
 
 class MainViewModel;
-class ScriptedDiscovery;
-class ScriptedUninstall;
+class HeldDiscovery;
+class TrackedUninstall;
+struct FixtureGates;
 
-// A fake Mac with apps and their leftovers, and a controller over it whose discovery returns the
-// items given here and whose uninstall waits until told to finish. Drives the window in the QML
-// tests and the screenshots.
+// A fake Mac with the stand-in tools of discovery and removal, and a controller over it with
+// the real discovery and the real uninstall. Only the administrator prompt is simulated: the
+// privileged step runs the script with this process's rights, or answers as a cancelled or
+// failed prompt. Two holds freeze a state for as long as a test or a screenshot needs it: a
+// held app stays in "scanning", a held privileged step keeps the uninstall running. Drives the
+// window in the QML tests and the screenshots.
 class WindowFixture : public QObject
 {
     Q_OBJECT
     Q_PROPERTY(bool fullDiskAccess MEMBER m_fullDiskAccess)
     Q_PROPERTY(QStringList openedUrls READ openedUrls)
     Q_PROPERTY(QString root READ root CONSTANT)
+    // How the administrator prompt answers: "run" (granted), "cancel" or "fail".
+    Q_PROPERTY(QString privilegedShell READ privilegedShell WRITE setPrivilegedShell)
+    // While true, the privileged step waits (the uninstall stays running) until released.
+    Q_PROPERTY(bool holdPrivilegedStep READ holdPrivilegedStep WRITE setHoldPrivilegedStep)
 
 public:
     explicit WindowFixture(QObject *parent = nullptr);
+    // Opens every hold and waits until a running uninstall has finished.
     ~WindowFixture() override;
 
     [[nodiscard]] QString root() const { return m_mac->root(); }
     [[nodiscard]] QStringList openedUrls() const { return m_openedUrls; }
+    [[nodiscard]] QString privilegedShell() const;
+    void setPrivilegedShell(const QString &behaviour);
+    [[nodiscard]] bool holdPrivilegedStep() const;
+    void setHoldPrivilegedStep(bool hold);
+
+    // Lays out the fake Mac a JSON description names (see FakeMac::apply).
+    bool applyDescription(const QString &file, QString *error);
 
     // An app bundle at a Mac path ("/Applications/Writer.app") with an icon drawn in `color`
     // (none when empty); returns its file URL.
     Q_INVOKABLE QUrl addApp(const QString &macPath, const QString &identifier,
                             const QString &version = {}, const QString &color = {});
-    // What discovery finds for the app with this identifier, bundle first. Each item is a map:
-    // path (Mac path, "~/..." for the home), category (case name), size, selected (true),
-    // note, confidence (1.0), protected (false). The files are laid out with their sizes.
-    Q_INVOKABLE void setItems(const QString &identifier, const QVariantList &items);
-    // Items of the uninstall of this app that fail (counted, logged).
-    Q_INVOKABLE void setFailures(const QString &identifier, int failures);
+    // A file of `size` bytes at a Mac path ("~/..." for the home); returns its real path.
+    Q_INVOKABLE QString addFile(const QString &macPath, qint64 size);
+    // Whether anything exists at a Mac path ("~/.Trash/Writer.app").
+    Q_INVOKABLE bool exists(const QString &macPath) const;
     // A file URL of a plain document on the fake Mac.
     Q_INVOKABLE QUrl documentUrl();
     // The controller; one per fixture.
     Q_INVOKABLE MainViewModel *viewModel();
-    // Ends the running uninstall: counters, log lines, every session completed.
-    Q_INVOKABLE void finishUninstall();
-    // Whether an uninstall is waiting for finishUninstall().
-    Q_INVOKABLE bool uninstallPending() const;
+    // Discovery of the app with this identifier waits until releaseScans().
+    Q_INVOKABLE void holdScan(const QString &identifier);
+    Q_INVOKABLE void releaseScans();
+    // Whether the uninstall task is still running (it may outlast the sessions' completion).
+    Q_INVOKABLE bool uninstallRunning() const;
 
 private:
     QTemporaryDir m_dir;
     std::unique_ptr<FakeMac> m_mac;
-    std::shared_ptr<ScriptedDiscovery> m_discovery;
-    std::shared_ptr<ScriptedUninstall> m_uninstall;
+    std::shared_ptr<FixtureGates> m_gates;
+    std::shared_ptr<HeldDiscovery> m_discovery;
+    std::shared_ptr<TrackedUninstall> m_uninstall;
     MainViewModel *m_viewModel = nullptr;
     bool m_fullDiskAccess = true;
     QStringList m_openedUrls;
