@@ -48,5 +48,10 @@ int main(int argc, char *argv[])
         apps.append(QUrl::fromLocalFile(QDir::current().absoluteFilePath(path)));
     if (!apps.isEmpty())
         viewModel.handleDroppedFiles(apps);
-    return QGuiApplication::exec();
+    const int status = QGuiApplication::exec();
+    // The window may close while an uninstall runs. Its task moves items through this thread,
+    // so keep serving it until the run has finished instead of leaving it half done.
+    while (viewModel.isProcessing())
+        QCoreApplication::processEvents(QEventLoop::WaitForMoreEvents);
+    return status;
 }

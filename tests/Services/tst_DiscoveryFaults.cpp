@@ -12,34 +12,15 @@
 #include <QtEndian>
 
 #include <sys/fsuid.h>
+#include <sys/stat.h>
 #include <unistd.h>
+
+#include "support/UnprivilegedFiles.h"
 
 using namespace Qt::StringLiterals;
 
 namespace {
 constexpr qint64 kFiftyMegabytes = 50 * 1024 * 1024;
-
-// Root reads any folder whatever its mode. While this lives, the calling thread's file
-// accesses are made as "nobody", so a mode-000 folder is refused as it is for a user.
-class UnprivilegedFiles
-{
-public:
-    UnprivilegedFiles() : m_switched(::geteuid() == 0)
-    {
-        if (m_switched)
-            ::setfsuid(65534);
-    }
-    ~UnprivilegedFiles()
-    {
-        if (m_switched)
-            ::setfsuid(0);
-    }
-    UnprivilegedFiles(const UnprivilegedFiles &) = delete;
-    UnprivilegedFiles &operator=(const UnprivilegedFiles &) = delete;
-
-private:
-    bool m_switched;
-};
 
 void setMode(const QString &path, QFile::Permissions permissions)
 {
@@ -73,6 +54,9 @@ class tst_DiscoveryFaults : public QObject
     Q_OBJECT
 
 private slots:
+    // The fake Macs of these tests are read as "nobody": folders must be open to others.
+    void initTestCase() { ::umask(022); }
+
     void unreadableFolders();
     void symbolicLinkLoopsAreNotFollowed();
     void longNamesAndDeepPathsAreMeasured();

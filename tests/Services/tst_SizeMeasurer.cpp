@@ -1,6 +1,7 @@
 // SPDX-License-Identifier: MIT
 #include "Services/SizeMeasurer.h"
 #include "support/FakeMac.h"
+#include "support/UnprivilegedFiles.h"
 
 #include <QTemporaryDir>
 #include <QTest>
@@ -67,15 +68,22 @@ void tst_SizeMeasurer::measures()
 
 void tst_SizeMeasurer::unreadablePartsAddNothing()
 {
-    if (::geteuid() == 0)
-        QSKIP("root reads every folder");
     QTemporaryDir dir;
     FakeMac mac(dir.path());
     mac.addFile(QStringLiteral("/t/Item/readable"), 700);
     mac.addFile(QStringLiteral("/t/Item/Locked/hidden"), 5000);
+    // Whatever the umask: the way down to the item is open to others.
+    const auto open = QFileDevice::ReadOwner | QFileDevice::WriteOwner | QFileDevice::ExeOwner |
+                      QFileDevice::ReadOther | QFileDevice::ExeOther;
+    for (const QString &folder :
+         {dir.path(), mac.path(QStringLiteral("/t")), mac.path(QStringLiteral("/t/Item"))})
+        QVERIFY(QFile::setPermissions(folder, open));
     const QString locked = mac.path(QStringLiteral("/t/Item/Locked"));
     QVERIFY(QFile::setPermissions(locked, QFileDevice::WriteOwner));
-    const qint64 size = SizeMeasurer::itemSize(mac.path(QStringLiteral("/t/Item")));
+    const qint64 size = [&] {
+        const UnprivilegedFiles asUser;
+        return SizeMeasurer::itemSize(mac.path(QStringLiteral("/t/Item")));
+    }();
     QFile::setPermissions(locked,
                           QFileDevice::ReadOwner | QFileDevice::WriteOwner | QFileDevice::ExeOwner);
     QCOMPARE(size, 700);

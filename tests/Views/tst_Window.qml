@@ -21,14 +21,6 @@ TestCase {
     property var viewModel
     property var view
 
-    function item(path, category, size, extra) {
-        const map = extra || {}
-        map.path = path
-        map.category = category
-        map.size = size
-        return map
-    }
-
     function init() {
         fixture = createTemporaryObject(fixtureComponent, testCase)
         viewModel = fixture.viewModel()
@@ -53,13 +45,17 @@ TestCase {
         return found
     }
 
-    function addWriter(extraItems) {
+    // Writer with a cache folder and, when asked, a launch daemon that needs an administrator.
+    function addWriter(withDaemon) {
         const url = fixture.addApp("/Applications/Writer.app", "com.example.Writer", "1.2", "#5b6cff")
-        fixture.setItems("com.example.Writer", [
-            item("/Applications/Writer.app", "application", 2000000),
-            item("~/Library/Caches/com.example.Writer", "caches", 3000),
-        ].concat(extraItems || []))
+        fixture.addFile("~/Library/Caches/com.example.Writer/Cache.db", 3000)
+        if (withDaemon)
+            fixture.addFile("/Library/LaunchDaemons/com.example.Writer.helper.plist", 1000)
         return url
+    }
+
+    function addApp(name, identifier) {
+        return fixture.addApp("/Applications/" + name + ".app", identifier, "1", "#3388ff")
     }
 
     function dropAndWait(urls) {
@@ -67,7 +63,6 @@ TestCase {
         tryCompare(viewModel, "isScanning", false)
         tryVerify(() => findChild(view, "resultsView") !== null)
         tryVerify(() => child("resultsBody").name !== "scanning")
-        wait(20)
     }
 
     function fileRows() {
@@ -79,6 +74,23 @@ TestCase {
                 rows.push(cell)
         }
         return rows.sort((a, b) => a.index - b.index)
+    }
+
+    // The messages the log sheet lists, in its order.
+    function sheetMessages(sheet) {
+        const model = findChild(sheet, "logList").model
+        const messages = []
+        for (let row = 0; row < model.rowCount(); ++row)
+            messages.push(model.data(model.index(row, 0), Qt.UserRole + 2))
+        return messages
+    }
+
+    function confirmAndUninstall() {
+        mouseClick(child("primaryButton"))
+        const confirmation = child("confirmationAlert")
+        tryCompare(confirmation, "opened", true)
+        mouseClick(findChild(confirmation, "alertActionButton"))
+        tryCompare(confirmation, "visible", false)
     }
 
     function checkBoxOf(cell) {
@@ -127,16 +139,18 @@ TestCase {
 
     function test_overlayTexts() {
         show()
-        dropAndWait([addWriter()])
+        dropAndWait([addWriter(true)])
         const overlay = child("dropOverlay")
         verify(!overlay.visible)
         view.isTargeted = true
         verify(overlay.visible)
         compare(overlay.text, "Drop to add to the list")
+        // Held at the administrator prompt, the uninstall stays running.
+        fixture.holdPrivilegedStep = true
         viewModel.uninstall()
         tryCompare(viewModel, "isProcessing", true)
         verify(!overlay.visible)
-        fixture.finishUninstall()
+        fixture.holdPrivilegedStep = false
         tryCompare(viewModel, "isCompleted", true)
         verify(overlay.visible)
         compare(overlay.text, "Drop to quenz")
@@ -146,8 +160,7 @@ TestCase {
     function test_wholeFlow() {
         fixture.fullDiskAccess = false
         show()
-        dropAndWait([addWriter([item("/Library/LaunchDaemons/com.example.Writer.helper.plist",
-                                     "launchDaemons", 1000, { selected: false })])])
+        dropAndWait([addWriter(true)])
         const results = child("resultsView")
         compare(results.presenter.bodyName, "categoryList")
         tryCompare(child("headerTitle"), "text", "Writer")
@@ -156,48 +169,69 @@ TestCase {
         verify(child("fullDiskAccessBanner").visible)
         verify(child("logsButton").enabled)
 
+        // Discovery found the bundle, the cache and the launch daemon, all selected; the daemon
+        // needs an administrator.
         const primary = child("primaryButton")
         tryCompare(primary, "enabled", true)
-        compare(primary.text, "Move to Trash")
-        compare(child("footerTitle").text, "2 files selected")
-
-        // Ticking the launch daemon needs an administrator.
         tryVerify(() => fileRows().length === 3)
+        compare(fileRows().map(row => row.displayPath),
+                ["/Applications/Writer.app", "~/Library/Caches/com.example.Writer",
+                 "/Library/LaunchDaemons/com.example.Writer.helper.plist"])
         const daemon = fileRows()[2]
-        compare(daemon.displayPath, "/Library/LaunchDaemons/com.example.Writer.helper.plist")
         compare(daemon.badgeText, "• Requires admin")
-        mouseClick(checkBoxOf(daemon))
+        compare(primary.text, "Uninstall")
+        compare(child("footerTitle").text, "3 files selected")
+        mouseClick(findChild(daemon, "fileCheckBox"))
+        tryCompare(primary, "text", "Move to Trash")
+        compare(child("footerTitle").text, "2 files selected")
+        compare(results.presenter.confirmationMessage.indexOf("administrator"), -1)
+        mouseClick(findChild(daemon, "fileCheckBox"))
         tryCompare(primary, "text", "Uninstall")
         compare(child("footerTitle").text, "3 files selected")
-        verify(results.presenter.confirmationMessage.indexOf("administrator privileges") > 0)
-        mouseClick(checkBoxOf(daemon))
-        tryCompare(primary, "text", "Move to Trash")
+        const footerDetail = child("footerDetail").text
+        verify(/^Total size: [0-9.]+ KB$/.test(footerDetail), footerDetail)
+        const totalSize = footerDetail.slice("Total size: ".length)
 
         // Return opens the confirmation, Escape closes it without uninstalling.
         keyClick(Qt.Key_Return)
         const confirmation = child("confirmationAlert")
         tryCompare(confirmation, "opened", true)
         compare(confirmation.title, "Confirm Uninstall")
-        compare(confirmation.message.split("\n\n")[0], "Are you sure you want to remove Writer?")
+        compare(confirmation.message, "Are you sure you want to remove Writer?\n\nThis will move 3 files ("
+                + totalSize + ") to the Trash.\n\n⚠️ Some files require "
+                + "administrator privileges. You may be prompted to authenticate with Touch ID or your password.")
         keyClick(Qt.Key_Escape)
         tryCompare(confirmation, "visible", false)
-        compare(viewModel.sessionCount, 1)
+        verify(!viewModel.isProcessing)
 
-        mouseClick(primary)
-        tryCompare(confirmation, "opened", true)
-        mouseClick(findChild(confirmation, "alertActionButton"))
+        // While the administrator prompt is up, the user-level items are already in the Trash.
+        fixture.holdPrivilegedStep = true
+        confirmAndUninstall()
         tryCompare(child("resultsBody"), "name", "uninstalling")
         verify(!child("cancelButton").enabled)
         tryCompare(child("busyTitle"), "text", "Uninstalling...")
+        tryVerify(() => fixture.exists("~/.Trash/Writer.app"))
+        verify(fixture.exists("/Library/LaunchDaemons/com.example.Writer.helper.plist"))
+        fixture.holdPrivilegedStep = false
 
-        fixture.finishUninstall()
         tryCompare(child("resultsBody"), "name", "completed")
         compare(child("outcomeHeadline").text, "Uninstall Complete")
-        compare(child("footerTitle").text, "2 files removed")
+        compare(child("outcomeSubline").text, "Files moved to Trash can be restored from Finder if needed.")
+        compare(child("outcomeSymbol").symbol, "checkmark.circle.fill")
+        compare(child("footerTitle").text, "3 files removed")
         compare(child("footerDetail").text, "Drop another app to quenz it")
+        tryVerify(() => child("removedText").text.startsWith("3 files · "))
         verify(!child("fullDiskAccessBanner").visible)
         verify(!child("cancelButton").visible)
-        compare(child("outcomeSymbol").symbol, "checkmark.circle.fill")
+
+        // Everything went to HOME/.Trash, nothing was deleted.
+        for (const gone of ["/Applications/Writer.app", "~/Library/Caches/com.example.Writer",
+                            "/Library/LaunchDaemons/com.example.Writer.helper.plist"])
+            verify(!fixture.exists(gone), gone)
+        for (const trashed of ["~/.Trash/Writer.app/Contents/Info.plist",
+                               "~/.Trash/com.example.Writer/Cache.db",
+                               "~/.Trash/com.example.Writer.helper.plist"])
+            verify(fixture.exists(trashed), trashed)
 
         // The summary rows arrive with the next refresh and move the buttons; press it directly.
         child("viewLogsButton").clicked()
@@ -206,6 +240,17 @@ TestCase {
         compare(sheet.width, 500)
         compare(sheet.height, 400)
         verify(!findChild(sheet, "logPlaceholder").visible)
+        const messages = sheetMessages(sheet)
+        verify(messages[0].startsWith("Found 3 files ("), messages[0])
+        compare(messages.slice(1), [
+            "Starting uninstall process for Writer",
+            "App was not running or already quit",
+            "Moved to trash: /Applications/Writer.app",
+            "Moved to trash: ~/Library/Caches/com.example.Writer",
+            "Asking for administrator permission for 1 items",
+            "Moved to trash (admin): /Library/LaunchDaemons/com.example.Writer.helper.plist",
+            "✓ Uninstall completed successfully. 3 items moved to the Trash.",
+        ])
         mouseClick(findChild(sheet, "logDoneButton"))
         tryCompare(sheet, "visible", false)
 
@@ -219,26 +264,21 @@ TestCase {
 
     function test_noneDisablesThePrimaryButton() {
         show()
-        dropAndWait([addWriter()])
+        dropAndWait([addWriter(false)])
         const primary = child("primaryButton")
         tryCompare(primary, "enabled", true)
-        const none = findChild(child("resultsList"), "noneButton")
-        mouseClick(none)
-        mouseClick(findChild(child("resultsList").contentItem.children[0], "noneButton") || none)
         viewModel.sessions[0].setAllSelected(false)
         tryCompare(primary, "enabled", false)
         compare(primary.opacity, 0.5)
         compare(child("footerTitle").text, "0 files selected")
         keyClick(Qt.Key_Return)
-        wait(50)
         verify(!child("confirmationAlert").visible)
+        verify(!viewModel.isProcessing)
     }
 
     function test_oneFileConfirmationHasNoSingular() {
         show()
-        const url = fixture.addApp("/Applications/Solo.app", "com.example.Solo", "", "")
-        fixture.setItems("com.example.Solo", [item("/Applications/Solo.app", "application", 1000)])
-        dropAndWait([url])
+        dropAndWait([fixture.addApp("/Applications/Solo.app", "com.example.Solo", "", "")])
         const results = child("resultsView")
         tryVerify(() => results.presenter.confirmationMessage.indexOf("This will move 1 files (") > 0)
         compare(child("headerVersion").visible, false)
@@ -246,9 +286,9 @@ TestCase {
 
     function test_keyboardTogglesRows() {
         show()
-        dropAndWait([addWriter()])
+        dropAndWait([addWriter(false)])
         tryVerify(() => fileRows().length === 2)
-        const box = checkBoxOf(fileRows()[0])
+        const box = findChild(fileRows()[0], "fileCheckBox")
         compare(box.Accessible.name, fileRows()[0].displayPath)
         box.forceActiveFocus()
         keyClick(Qt.Key_Space)
@@ -261,13 +301,8 @@ TestCase {
 
     function test_fiveAppsAndTheSystemApp() {
         show()
-        const urls = []
         const names = ["A", "B", "C", "D", "E"]
-        for (const name of names) {
-            urls.push(fixture.addApp("/Applications/" + name + ".app", "com.example." + name, "1", "#3388ff"))
-            fixture.setItems("com.example." + name, [item("/Applications/" + name + ".app", "application", 10)])
-        }
-        dropAndWait(urls)
+        dropAndWait(names.map(name => addApp(name, "com.example." + name)))
         tryCompare(child("headerTitle"), "text", "5 Apps")
         tryCompare(child("headerDetail"), "text", "A, B, C, D, E")
         compare(child("resultsView").presenter.headerIcons.length, 4)
@@ -275,7 +310,6 @@ TestCase {
         compare(child("resultsView").presenter.batchName, "5 apps")
 
         const chess = fixture.addApp("/System/Applications/Chess.app", "com.apple.Chess", "3", "")
-        fixture.setItems("com.apple.Chess", [item("/System/Applications/Chess.app", "application", 10)])
         child("cancelButton").clicked()
         tryCompare(viewModel, "sessionCount", 0)
         dropAndWait([chess])
@@ -286,22 +320,66 @@ TestCase {
         verify(!child("footerTitle").parent.visible)
         mouseClick(child("cancelButton"))
         tryCompare(viewModel, "sessionCount", 0)
+        verify(fixture.exists("/System/Applications/Chess.app"))
     }
 
-    function test_completedWithErrors() {
+    // One app scanning while the others are ready: the list stays, that section says so.
+    function test_sessionStillScanningShowsItsOwnRow() {
         show()
-        const url = addWriter()
-        fixture.setFailures("com.example.Writer", 1)
-        dropAndWait([url])
-        viewModel.uninstall()
-        fixture.finishUninstall()
+        fixture.holdScan("com.example.B")
+        verify(view.handleDrop([addApp("A", "com.example.A"), addApp("B", "com.example.B")]))
+        tryVerify(() => findChild(view, "resultsBody") !== null)
+        tryCompare(viewModel.sessions[0], "fileCount", 1)
+        tryCompare(child("resultsBody"), "name", "appList")
+        verify(viewModel.isScanning)
+        verify(!child("primaryButton").enabled)
+        fixture.releaseScans()
+        tryCompare(viewModel, "isScanning", false)
+        tryCompare(child("primaryButton"), "enabled", true)
+        compare(child("footerTitle").text, "2 files selected")
+    }
+
+    function test_completedWithErrors_data() {
+        return [
+            { tag: "prompt cancelled", shell: "cancel", reason: "Administrator permission was canceled" },
+            { tag: "script failed", shell: "fail",
+              reason: "Failed to remove files with admin privileges: The disk is on fire." },
+        ]
+    }
+
+    function test_completedWithErrors(data) {
+        fixture.privilegedShell = data.shell
+        show()
+        dropAndWait([addWriter(true)])
+        tryCompare(child("primaryButton"), "enabled", true)
+        confirmAndUninstall()
         tryCompare(child("resultsBody"), "name", "completed")
         compare(child("outcomeHeadline").text, "Finished with Some Errors")
         compare(child("outcomeSubline").text, "Some files couldn't be removed. Check the logs for details.")
         compare(child("outcomeSymbol").symbol, "exclamationmark.circle.fill")
-        compare(child("failedText").text, "1 couldn't be removed")
-        compare(child("footerTitle").text, "1 files removed")
+        tryCompare(child("failedText"), "text", "1 couldn't be removed")
+        compare(child("footerTitle").text, "2 files removed")
         verify(!child("summaryDivider").visible)
+
+        // The user-level moves stay done; the daemon stays where it was.
+        verify(fixture.exists("~/.Trash/Writer.app"))
+        verify(fixture.exists("~/.Trash/com.example.Writer/Cache.db"))
+        verify(fixture.exists("/Library/LaunchDaemons/com.example.Writer.helper.plist"))
+        verify(!fixture.exists("~/.Trash/com.example.Writer.helper.plist"))
+
+        child("viewLogsButton").clicked()
+        const sheet = child("logSheet")
+        tryCompare(sheet, "opened", true)
+        const messages = sheetMessages(sheet)
+        compare(messages.slice(-2), [
+            "Failed to remove: /Library/LaunchDaemons/com.example.Writer.helper.plist - " + data.reason,
+            "⚠ Uninstall completed with errors. 2 succeeded, 1 failed, 0 skipped.",
+        ])
+        const model = findChild(sheet, "logList").model
+        compare(model.data(model.index(model.rowCount() - 1, 0), Qt.UserRole + 3), false)
+        compare(model.data(model.index(1, 0), Qt.UserRole + 3), true)
+        mouseClick(findChild(sheet, "logDoneButton"))
+        tryCompare(sheet, "visible", false)
     }
 
     function test_appIconPlaceholder() {
@@ -310,7 +388,7 @@ TestCase {
         compare(icon.cornerRadius, 4.4)
         verify(findChild(icon, "appIconPlaceholder").visible)
         icon.iconSource = "data:image/png;base64,bm90IGFuIGltYWdl"
-        wait(50)
+        tryCompare(findChild(icon, "appIconImage"), "status", Image.Error)
         verify(findChild(icon, "appIconPlaceholder").visible)
     }
 }

@@ -35,15 +35,13 @@ struct FixtureGates
     bool holdPrivilegedStep = false;
     Behaviour behaviour = Behaviour::runAsCaller;
 
-    template<typename Held>
-    void waitWhile(Held held)
+    template <typename Held> void waitWhile(Held held)
     {
         QMutexLocker lock(&mutex);
         while (held())
             changed.wait(&mutex);
     }
-    template<typename Change>
-    void update(Change change)
+    template <typename Change> void update(Change change)
     {
         QMutexLocker lock(&mutex);
         change();
