@@ -39,35 +39,6 @@ private slots:
         QCOMPARE(outside.displayPath(), outside.path);
     }
 
-    void formattedSizeUsesTheFileStyle()
-    {
-        FileItem item;
-        item.size = 3'400'000;
-        QCOMPARE(item.formattedSize(), u"3.4 MB"_s);
-    }
-
-    void lowConfidenceIsBelowPointEight()
-    {
-        FileItem item;
-        item.confidence = 0.8;
-        QVERIFY(!item.isLowConfidence());
-        item.confidence = 0.79;
-        QVERIFY(item.isLowConfidence());
-    }
-
-    void categoriesKeepTheirOrderAndNames()
-    {
-        const auto &all = allFileCategories();
-        QCOMPARE(all.size(), std::size_t(15));
-        QCOMPARE(all.front(), FileCategory::application);
-        QCOMPARE(all.back(), FileCategory::other);
-        for (std::size_t i = 0; i < all.size(); ++i)
-            QCOMPARE(static_cast<std::size_t>(all[i]), i);
-        QCOMPARE(displayName(FileCategory::webData), u"Web Data & Cookies"_s);
-        QCOMPARE(displayName(FileCategory::receipts), u"Installer Receipts"_s);
-        QCOMPARE(caseName(FileCategory::applicationSupport), u"applicationSupport"_s);
-    }
-
     void categoryFromDisplayNameOnlyTakesDisplayNames()
     {
         QCOMPARE(fileCategoryFromDisplayName(u"Web Data & Cookies"_s), FileCategory::webData);

@@ -31,28 +31,6 @@ class TestUninstallSession : public QObject
     Q_OBJECT
 
 private slots:
-    void newSessionIsEmptyAndScanning()
-    {
-        UninstallSession session(AppInfo{});
-        QCOMPARE(session.status(), UninstallStatus::scanning());
-        QVERIFY(session.discoveredFiles().isEmpty());
-        QVERIFY(session.logs().isEmpty());
-        QCOMPARE(session.removedCount(), 0);
-        QCOMPARE(session.failedCount(), 0);
-        QCOMPARE(session.removedBytes(), 0);
-        QCOMPARE(session.totalSize(), 0);
-        QCOMPARE(session.selectedFilesCount(), 0);
-    }
-
-    void statusEquality()
-    {
-        QCOMPARE(UninstallStatus::failed(u"x"_s), UninstallStatus::failed(u"x"_s));
-        QVERIFY(UninstallStatus::failed(u"x"_s) != UninstallStatus::failed(u"y"_s));
-        QCOMPARE(UninstallStatus::ready(), UninstallStatus::ready());
-        QVERIFY(UninstallStatus::ready() != UninstallStatus::scanning());
-        QCOMPARE(UninstallStatus::completed().caseName(), u"completed"_s);
-    }
-
     void everyChangeIsAnnouncedBeforeItIsStored()
     {
         UninstallSession session(AppInfo{});

@@ -50,7 +50,6 @@ private slots:
     void stopsAtBadEntryKeepingEarlierOnes();
     void extractsFromBundle_data();
     void extractsFromBundle();
-    void missingIconGivesNothing();
 };
 
 void TestAppIcon::picksLargestPng()
@@ -110,65 +109,38 @@ void TestAppIcon::stopsAtBadEntryKeepingEarlierOnes()
 
 void TestAppIcon::extractsFromBundle_data()
 {
-    QTest::addColumn<QString>("iconFile");
-    QTest::addColumn<QString>("fileName");
-    QTest::newRow("name without extension")
-        << QStringLiteral("AppIcon") << QStringLiteral("AppIcon.icns");
-    QTest::newRow("name with extension")
-        << QStringLiteral("AppIcon.icns") << QStringLiteral("AppIcon.icns");
-    QTest::newRow("other extension kept")
-        << QStringLiteral("Icon.dat") << QStringLiteral("Icon.dat");
+    QTest::addColumn<QVariant>("iconFile"); // CFBundleIconFile; invalid leaves it out
+    QTest::addColumn<bool>("found");
+    QTest::newRow("name without extension") << QVariant(QStringLiteral("AppIcon")) << true;
+    QTest::newRow("name with extension") << QVariant(QStringLiteral("AppIcon.icns")) << true;
+    QTest::newRow("other extension kept") << QVariant(QStringLiteral("Icon.dat")) << true;
+    QTest::newRow("file missing") << QVariant(QStringLiteral("Missing")) << false;
+    QTest::newRow("no icon key") << QVariant() << false;
+    QTest::newRow("not a text") << QVariant(qint64(3)) << false;
+    // An icns outside Resources must not be reached through the name.
+    QTest::newRow("outside Resources") << QVariant(QStringLiteral("../Outside")) << false;
 }
 
 void TestAppIcon::extractsFromBundle()
 {
-    QFETCH(QString, iconFile);
-    QFETCH(QString, fileName);
+    QFETCH(QVariant, iconFile);
+    QFETCH(bool, found);
     QTemporaryDir dir;
-    QVERIFY(dir.isValid());
     const QString bundle = dir.filePath(QStringLiteral("Example.app"));
     QVERIFY(QDir().mkpath(bundle + QStringLiteral("/Contents/Resources")));
-    QFile info(bundle + QStringLiteral("/Contents/Info.plist"));
-    QVERIFY(info.open(QIODevice::WriteOnly));
-    info.write(PropertyList::toXml(QVariantMap{{QStringLiteral("CFBundleIconFile"), iconFile}}));
-    info.close();
     const QByteArray image = png(256, 256);
-    QFile icon(bundle + QStringLiteral("/Contents/Resources/") + fileName);
-    QVERIFY(icon.open(QIODevice::WriteOnly));
-    icon.write(icns({entry("ic08", image)}));
-    icon.close();
-    QCOMPARE(AppIcon::fromIcnsResource(bundle), std::optional<QByteArray>(image));
-}
-
-void TestAppIcon::missingIconGivesNothing()
-{
-    QTemporaryDir dir;
-    QVERIFY(dir.isValid());
-    const QString bundle = dir.filePath(QStringLiteral("Example.app"));
-    QVERIFY(QDir().mkpath(bundle + QStringLiteral("/Contents/Resources")));
-    // An icns outside Resources must not be reached through the name.
-    QFile outside(bundle + QStringLiteral("/Contents/Outside.icns"));
-    QVERIFY(outside.open(QIODevice::WriteOnly));
-    outside.write(icns({entry("ic08", png(16, 16))}));
-    outside.close();
-    const auto withIconFile = [&](const QVariant &name) {
-        QFile info(bundle + QStringLiteral("/Contents/Info.plist"));
-        if (!info.open(QIODevice::WriteOnly | QIODevice::Truncate))
-            return false;
-        QVariantMap map;
-        if (name.isValid())
-            map.insert(QStringLiteral("CFBundleIconFile"), name);
-        info.write(PropertyList::toXml(map));
-        return true;
+    const auto write = [&bundle](const QString &name, const QByteArray &bytes) {
+        QFile file(bundle + QStringLiteral("/Contents/") + name);
+        return file.open(QIODevice::WriteOnly) && file.write(bytes) == bytes.size();
     };
-    QVERIFY(withIconFile(QStringLiteral("Missing")));
-    QVERIFY(!AppIcon::fromIcnsResource(bundle));
-    QVERIFY(withIconFile(QVariant()));
-    QVERIFY(!AppIcon::fromIcnsResource(bundle));
-    QVERIFY(withIconFile(qint64(3)));
-    QVERIFY(!AppIcon::fromIcnsResource(bundle));
-    QVERIFY(withIconFile(QStringLiteral("../Outside")));
-    QVERIFY(!AppIcon::fromIcnsResource(bundle));
+    QVariantMap info;
+    if (iconFile.isValid())
+        info.insert(QStringLiteral("CFBundleIconFile"), iconFile);
+    QVERIFY(write(QStringLiteral("Info.plist"), PropertyList::toXml(info)));
+    for (const char *name : {"Resources/AppIcon.icns", "Resources/Icon.dat", "Outside.icns"})
+        QVERIFY(write(QString::fromLatin1(name), icns({entry("ic08", image)})));
+    QCOMPARE(AppIcon::fromIcnsResource(bundle),
+             found ? std::optional<QByteArray>(image) : std::nullopt);
     QVERIFY(!AppIcon::fromIcnsResource(dir.filePath(QStringLiteral("Missing.app"))));
 }
 

@@ -13,19 +13,17 @@ class TestBundle : public QObject
 
 private slots:
     void init();
+    void readsInfoDictionary_data();
     void readsInfoDictionary();
-    void identifierMustBeNonEmptyText_data();
-    void identifierMustBeNonEmptyText();
-    void versionMustBeText();
-    void folderWithoutInfoIsABundleWithoutIdentifier();
-    void unreadableInfoIsEmpty();
     void refusesNonFolders();
     void enclosingBundlePath_data();
     void enclosingBundlePath();
     void testProgramHasNoBundleIdentifier();
 
 private:
-    QString makeBundle(const QString &name, const QVariantMap &info);
+    // A folder with Contents/Info.plist: `info` as XML when a map, as is when bytes, none when
+    // invalid.
+    QString makeBundle(const QVariant &info);
 
     std::unique_ptr<QTemporaryDir> m_dir;
 };
@@ -36,88 +34,65 @@ void TestBundle::init()
     QVERIFY(m_dir->isValid());
 }
 
-QString TestBundle::makeBundle(const QString &name, const QVariantMap &info)
+QString TestBundle::makeBundle(const QVariant &info)
 {
-    const QString path = m_dir->filePath(name);
-    if (!QDir().mkpath(path + QStringLiteral("/Contents")))
-        return {};
+    const QString path = m_dir->filePath(QStringLiteral("Example.app"));
+    if (!QDir().mkpath(path + QStringLiteral("/Contents")) || !info.isValid())
+        return path;
     QFile file(path + QStringLiteral("/Contents/Info.plist"));
-    if (!file.open(QIODevice::WriteOnly))
-        return {};
-    file.write(PropertyList::toXml(info));
+    if (file.open(QIODevice::WriteOnly))
+        file.write(info.typeId() == QMetaType::QByteArray ? info.toByteArray()
+                                                          : PropertyList::toXml(info));
     return path;
+}
+
+void TestBundle::readsInfoDictionary_data()
+{
+    QTest::addColumn<QVariant>("info");
+    QTest::addColumn<QString>("identifier"); // empty: none
+    QTest::addColumn<QString>("version");
+    QTest::addColumn<QString>("executable");
+    QTest::addColumn<int>("keys");
+    const QString id = QStringLiteral("CFBundleIdentifier");
+    const QString version = QStringLiteral("CFBundleShortVersionString");
+    const QString executable = QStringLiteral("CFBundleExecutable");
+    QTest::newRow("complete") << QVariant(QVariantMap{{id, QStringLiteral("com.example.App")},
+                                                      {executable, QStringLiteral("Example")},
+                                                      {version, QStringLiteral("2.1")}})
+                              << QStringLiteral("com.example.App") << QStringLiteral("2.1")
+                              << QStringLiteral("/Contents/MacOS/Example") << 3;
+    QTest::newRow("identifier empty text")
+        << QVariant(QVariantMap{{id, QString()}}) << QString() << QString() << QString() << 1;
+    QTest::newRow("identifier a number")
+        << QVariant(QVariantMap{{id, qint64(7)}}) << QString() << QString() << QString() << 1;
+    QTest::newRow("identifier an array")
+        << QVariant(QVariantMap{{id, QVariantList{QStringLiteral("com.example.App")}}}) << QString()
+        << QString() << QString() << 1;
+    QTest::newRow("version and executable not text")
+        << QVariant(QVariantMap{
+               {id, QStringLiteral("com.example.n")}, {version, 3.5}, {executable, qint64(1)}})
+        << QStringLiteral("com.example.n") << QString() << QString() << 3;
+    QTest::newRow("no Info.plist") << QVariant() << QString() << QString() << QString() << 0;
+    QTest::newRow("garbage Info.plist")
+        << QVariant(QByteArray("bplist00 not really")) << QString() << QString() << QString() << 0;
 }
 
 void TestBundle::readsInfoDictionary()
 {
-    const QString path =
-        makeBundle(QStringLiteral("Example.app"),
-                   {{QStringLiteral("CFBundleIdentifier"), QStringLiteral("com.example.App")},
-                    {QStringLiteral("CFBundleExecutable"), QStringLiteral("Example")},
-                    {QStringLiteral("CFBundleShortVersionString"), QStringLiteral("2.1")}});
+    QFETCH(QVariant, info);
+    QFETCH(QString, identifier);
+    QFETCH(QString, version);
+    QFETCH(QString, executable);
+    QFETCH(int, keys);
+    const QString path = makeBundle(info);
     const auto bundle = Bundle::open(path);
     QVERIFY(bundle);
     QCOMPARE(bundle->path(), path);
-    QCOMPARE(bundle->identifier(), std::optional<QString>(QStringLiteral("com.example.App")));
-    QCOMPARE(bundle->stringValue(QStringLiteral("CFBundleShortVersionString")),
-             std::optional<QString>(QStringLiteral("2.1")));
-    QCOMPARE(bundle->executablePath(),
-             std::optional<QString>(path + QStringLiteral("/Contents/MacOS/Example")));
-    QCOMPARE(bundle->infoDictionary().size(), 3);
-}
-
-void TestBundle::identifierMustBeNonEmptyText_data()
-{
-    QTest::addColumn<QVariant>("value");
-    QTest::newRow("empty text") << QVariant(QString());
-    QTest::newRow("number") << QVariant::fromValue(qint64(7));
-    QTest::newRow("array") << QVariant(QVariantList{QStringLiteral("com.example.App")});
-}
-
-void TestBundle::identifierMustBeNonEmptyText()
-{
-    QFETCH(QVariant, value);
-    const auto bundle = Bundle::open(
-        makeBundle(QStringLiteral("Odd.app"), {{QStringLiteral("CFBundleIdentifier"), value}}));
-    QVERIFY(bundle);
-    QVERIFY(!bundle->identifier());
-}
-
-void TestBundle::versionMustBeText()
-{
-    const auto bundle = Bundle::open(
-        makeBundle(QStringLiteral("Numbered.app"),
-                   {{QStringLiteral("CFBundleIdentifier"), QStringLiteral("com.example.n")},
-                    {QStringLiteral("CFBundleShortVersionString"), 3.5},
-                    {QStringLiteral("CFBundleExecutable"), qint64(1)}}));
-    QVERIFY(bundle);
-    QVERIFY(bundle->identifier());
-    QVERIFY(!bundle->stringValue(QStringLiteral("CFBundleShortVersionString")));
-    QVERIFY(!bundle->stringValue(QStringLiteral("Missing")));
-    QVERIFY(!bundle->executablePath());
-}
-
-void TestBundle::folderWithoutInfoIsABundleWithoutIdentifier()
-{
-    const QString path = m_dir->filePath(QStringLiteral("Broken.app"));
-    QVERIFY(QDir().mkpath(path));
-    const auto bundle = Bundle::open(path);
-    QVERIFY(bundle);
-    QVERIFY(!bundle->identifier());
-    QVERIFY(bundle->infoDictionary().isEmpty());
-}
-
-void TestBundle::unreadableInfoIsEmpty()
-{
-    const QString path = m_dir->filePath(QStringLiteral("Garbage.app"));
-    QVERIFY(QDir().mkpath(path + QStringLiteral("/Contents")));
-    QFile file(path + QStringLiteral("/Contents/Info.plist"));
-    QVERIFY(file.open(QIODevice::WriteOnly));
-    file.write("bplist00 not really");
-    file.close();
-    const auto bundle = Bundle::open(path);
-    QVERIFY(bundle);
-    QVERIFY(bundle->infoDictionary().isEmpty());
+    QCOMPARE(bundle->identifier().value_or(QString()), identifier);
+    QCOMPARE(bundle->stringValue(QStringLiteral("CFBundleShortVersionString")).value_or(QString()),
+             version);
+    QCOMPARE(bundle->executablePath().value_or(path), path + executable);
+    QCOMPARE(bundle->infoDictionary().size(), keys);
 }
 
 void TestBundle::refusesNonFolders()
@@ -129,6 +104,7 @@ void TestBundle::refusesNonFolders()
     QVERIFY(!Bundle::open(filePath));
     QVERIFY(!Bundle::open(m_dir->filePath(QStringLiteral("Missing.app"))));
     QVERIFY(!Bundle::open(QString()));
+    QVERIFY(!Bundle::open(makeBundle({}))->stringValue(QStringLiteral("Missing")));
 }
 
 void TestBundle::enclosingBundlePath_data()

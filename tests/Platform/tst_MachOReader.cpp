@@ -125,6 +125,10 @@ void tst_MachOReader::hostileHeaders_data()
     fat = MachOBuilder::universal(MachOBuilder::entitlementsPlist({}));
     putBig(fat, 8 + 20 + 8, 0xfffff000); // second slice offset
     QTest::newRow("universal slice past the end") << fat;
+    fat = MachOBuilder::universal(MachOBuilder::entitlementsPlist({}));
+    putBig(fat, 8 + 12, 0xffffffff);
+    putBig(fat, 8 + 20 + 12, 0xffffffff);
+    QTest::newRow("universal slices claim 4 GB") << fat;
     fat = MachOBuilder::universal(MachOBuilder::entitlementsPlist({}), true);
     putBig(fat, 8 + 32 + 8, 0xffffffff);
     putBig(fat, 8 + 32 + 12, 0xfffff000); // 64-bit offset near 2^64

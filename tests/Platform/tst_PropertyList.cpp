@@ -91,9 +91,8 @@ private slots:
     void refusesBadInput();
     void acceptsModerateNesting();
     void refusesTruncationsOfValidLists();
+    void readsFiles_data();
     void readsFiles();
-    void refusesOversizedFiles();
-    void readDictionaryNeedsADictionary();
     void refusesUnserialisableValues();
 };
 
@@ -212,50 +211,44 @@ void TestPropertyList::refusesTruncationsOfValidLists()
         QVERIFY2(!PropertyList::parse(xml.left(size)), QByteArray::number(size).constData());
 }
 
+void TestPropertyList::readsFiles_data()
+{
+    QTest::addColumn<QByteArray>("bytes");
+    QTest::addColumn<qint64>("size"); // the file is resized to it when not 0
+    QTest::addColumn<bool>("read");
+    QTest::addColumn<bool>("dictionary");
+    const QByteArray xml = PropertyList::toXml(sampleDictionary());
+    QTest::newRow("binary dictionary")
+        << PropertyList::toBinary(sampleDictionary()) << qint64(0) << true << true;
+    QTest::newRow("a list, not a dictionary")
+        << PropertyList::toXml(QVariantList{qint64(1)}) << qint64(0) << true << false;
+    // Only the size is wrong: the list itself is valid.
+    QTest::newRow("oversized") << xml << qint64(PropertyList::kMaximumSize + 1) << false << false;
+}
+
 void TestPropertyList::readsFiles()
 {
+    QFETCH(QByteArray, bytes);
+    QFETCH(qint64, size);
+    QFETCH(bool, read);
+    QFETCH(bool, dictionary);
     QTemporaryDir dir;
-    QVERIFY(dir.isValid());
     const QString path = dir.filePath(QStringLiteral("Info.plist"));
     QFile file(path);
     QVERIFY(file.open(QIODevice::WriteOnly));
-    file.write(PropertyList::toBinary(sampleDictionary()));
+    file.write(bytes);
+    if (size)
+        QVERIFY(file.resize(size));
     file.close();
+    QCOMPARE(bool(PropertyList::read(path)), read);
     const auto map = PropertyList::readDictionary(path);
-    QVERIFY(map);
-    QCOMPARE(map->value(QStringLiteral("CFBundleIdentifier")).toString(),
-             QStringLiteral("com.example.App"));
+    QCOMPARE(bool(map), dictionary);
+    if (map)
+        QCOMPARE(map->value(QStringLiteral("CFBundleIdentifier")).toString(),
+                 QStringLiteral("com.example.App"));
     QVERIFY(!PropertyList::read(dir.filePath(QStringLiteral("missing.plist"))));
     QVERIFY(!PropertyList::read(dir.path()));
-}
-
-void TestPropertyList::refusesOversizedFiles()
-{
-    QTemporaryDir dir;
-    QVERIFY(dir.isValid());
-    const QString path = dir.filePath(QStringLiteral("big.plist"));
-    QFile file(path);
-    QVERIFY(file.open(QIODevice::WriteOnly));
-    const QByteArray xml = PropertyList::toXml(sampleDictionary());
-    file.write(xml);
-    // Only the size is wrong: the list itself is valid.
-    QVERIFY(file.resize(PropertyList::kMaximumSize + 1));
-    file.close();
-    QVERIFY(!PropertyList::read(path));
     QVERIFY(!PropertyList::parse(QByteArray(PropertyList::kMaximumSize + 1, ' ')));
-}
-
-void TestPropertyList::readDictionaryNeedsADictionary()
-{
-    QTemporaryDir dir;
-    QVERIFY(dir.isValid());
-    const QString path = dir.filePath(QStringLiteral("list.plist"));
-    QFile file(path);
-    QVERIFY(file.open(QIODevice::WriteOnly));
-    file.write(PropertyList::toXml(QVariantList{qint64(1)}));
-    file.close();
-    QVERIFY(PropertyList::read(path));
-    QVERIFY(!PropertyList::readDictionary(path));
 }
 
 void TestPropertyList::refusesUnserialisableValues()

@@ -18,7 +18,7 @@ private:
     std::unique_ptr<QTemporaryDir> m_dir;
     std::unique_ptr<FakeMac> m_mac;
 
-    QString trash(const QString &name) const { return m_mac->home() + u"/.Trash/"_s + name; }
+    QString trash(const QString &name) const { return m_mac->trash(name); }
 
 private slots:
     void init()

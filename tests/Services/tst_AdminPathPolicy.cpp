@@ -25,7 +25,6 @@ private slots:
     void followsTheHomeFolderOfTheMoment();
     void darwinDirectoriesLoseOneTrailingSlash();
     void ignoresMalformedDarwinDirectories();
-    void trashDirectoryIsInHome();
 
     void isValidPackageID_data();
     void isValidPackageID();
@@ -85,60 +84,41 @@ void TestAdminPathPolicy::isAllowed_data()
     row("R/Applications/Foo.app", true);
     row("R/Applications/Foo.app/", false);
     row("R/Applications//Foo.app", false);
-    row("R//Applications/Foo.app", false);
     row("R/Applications/./Foo.app", false);
     row("R/Applications/../etc/x", false);
     row("R/Applications/Foo.app/..", false);
-    row("R/Applications/Foo.app/.", false);
     row("R/Applications/..Foo.app", true);
-    row("R/Applications/Foo...app", true);
     // Allowed roots themselves, and depth.
     row("R/Applications", false);
     row("R/Applications/Foo.app/Contents/Info.plist", true);
     row("~/Applications", false);
     row("~/Applications/Foo.app", true);
     row("~/Library", false);
-    row("~/Library/Caches", false);
     row("~/Library/Caches/com.example.app", true);
-    row("~/Library/Preferences/com.example.plist", true);
-    row("~/Library/Application Support/Example/data", true);
     row("~/Library2/Caches/x", false);
     row("~/Documents/report.pdf", false);
     row("~", false);
     row("~/.config/example", false);
     row("R/Library/Application Support", false);
     row("R/Library/Application Support/Example", true);
-    row("R/Library/Caches/com.example", true);
-    row("R/Library/Preferences/com.example.plist", true);
-    row("R/Library/Logs/Example", true);
-    row("R/Library/LaunchAgents/com.example.agent.plist", true);
     row("R/Library/LaunchDaemons/com.example.daemon.plist", true);
-    row("R/Library/PrivilegedHelperTools/com.example.helper", true);
-    row("R/Library/Internet Plug-Ins/Example.plugin", true);
-    row("R/Library/PreferencePanes/Example.prefPane", true);
     row("R/Library/Screen Savers/Example.saver", true);
     row("R/Library/Fonts/Example.ttf", false);
     row("R/Library", false);
     row("R/Library/CachesX/com.example", false);
     // Denied roots and their children win over the allowed ones, whatever the case.
-    row("~/Library/Keychains", false);
     row("~/Library/Keychains/login.keychain-db", false);
     row("~/Library/keychains/login.keychain-db", false);
     row("~/Library/Mail", false);
-    row("~/Library/Mail/V10/x", false);
     row("~/Library/Messages/chat.db", false);
     row("~/Library/MailExample/x", true);
-    row("R/Library/Application Support/Apple", false);
     row("R/Library/Application Support/Apple/x", false);
     row("R/Library/Application Support/com.apple.TCC/TCC.db", false);
     row("R/Library/Application Support/AppleExample", true);
-    row("R/Library/Preferences/SystemConfiguration", false);
     row("R/Library/Preferences/SystemConfiguration/preferences.plist", false);
     // Outside every root.
     row("R/System/Library/x", false);
-    row("R/System/Applications/Safari.app", false);
     row("R/usr/local/bin/tool", false);
-    row("R/usr/bin/true", false);
     row("R/private/etc/hosts", false);
     row("/Applications/Foo.app", false);
     row("/etc/passwd", false);
@@ -146,7 +126,6 @@ void TestAdminPathPolicy::isAllowed_data()
     row("R/private/var/folders/ab/xyz/C", false);
     row("R/private/var/folders/ab/xyz/C/com.example.app", true);
     row("R/private/var/folders/ab/xyz/T/com.example.app", true);
-    row("R/private/var/folders/ab/xyz/T", false);
     row("R/private/var/folders/ab/xyz/X/com.example.app", false);
     row("R/private/var/folders/ab/xyz", false);
 }
@@ -164,18 +143,12 @@ void TestAdminPathPolicy::refusesPathsWithControlCharacters_data()
     const auto row = [](const char *name, char16_t c) { QTest::newRow(name) << QString(QChar(c)); };
     row("tab", u'\t');
     row("line feed", u'\n');
-    row("vertical tab", u'\v');
-    row("form feed", u'\f');
-    row("carriage return", u'\r');
     row("nul", u'\0');
-    row("escape", u'\x1b');
     row("delete", u'\x7f');
     row("next line", u'\x85');
     row("line separator", u'\u2028');
-    row("paragraph separator", u'\u2029');
     row("zero width space", u'\u200b');
     row("right-to-left override", u'\u202e');
-    row("byte order mark", u'\ufeff');
 }
 
 void TestAdminPathPolicy::refusesPathsWithControlCharacters()
@@ -225,11 +198,6 @@ void TestAdminPathPolicy::ignoresMalformedDarwinDirectories()
     QVERIFY(!AdminPathPolicy::isAllowed(resolved(QStringLiteral("R/etc/x"))));
 }
 
-void TestAdminPathPolicy::trashDirectoryIsInHome()
-{
-    QCOMPARE(AdminPathPolicy::trashDirectory(), SystemLayout::home() + QStringLiteral("/.Trash"));
-}
-
 void TestAdminPathPolicy::isValidPackageID_data()
 {
     QTest::addColumn<QString>("id");
@@ -239,29 +207,17 @@ void TestAdminPathPolicy::isValidPackageID_data()
         QTest::newRow(name) << id << valid;
     };
     row("reverse dns", QStringLiteral("com.example.pkg"), true);
-    row("underscore and hyphen", QStringLiteral("Example_Tool-2.pkg"), true);
-    row("digit first", QStringLiteral("2do.pkg"), true);
-    row("single letter", QStringLiteral("a"), true);
     row("non-latin letters", QStringLiteral("com.例え.パッケージ"), true);
-    row("combining mark", QStringLiteral("com.cafe\u0301.pkg"), true);
     row("letter outside the basic plane", QString::fromUcs4(U"com.\U00010400.pkg"), true);
     row("apple package", QStringLiteral("com.apple.pkg.Safari"), false);
     row("apple package any case", QStringLiteral("COM.Apple.PKG.Safari"), false);
     row("apple but not a package", QStringLiteral("com.apple.pkgx"), true);
     row("empty", QString(), false);
-    row("leading full stop", QStringLiteral(".com.example"), false);
     row("leading hyphen", QStringLiteral("-rf"), false);
-    row("leading underscore", QStringLiteral("_example"), false);
     row("leading combining mark", QStringLiteral("\u0301abc"), true);
-    row("blank", QStringLiteral("com.example pkg"), false);
     row("single quote", QStringLiteral("com.example'pkg"), false);
-    row("double quote", QStringLiteral("com.example\"pkg"), false);
     row("semicolon", QStringLiteral("com.example;rm"), false);
-    row("slash", QStringLiteral("com/example"), false);
-    row("dollar", QStringLiteral("com.$HOME"), false);
-    row("backtick", QStringLiteral("com.`id`"), false);
     row("newline", QStringLiteral("com.example\npkg"), false);
-    row("line separator", QStringLiteral("com.example\u2028pkg"), false);
     row("zero width joiner", QStringLiteral("com.example\u200dpkg"), false);
     row("emoji", QString::fromUcs4(U"com.\U0001F600"), false);
     row("lone surrogate", QStringLiteral("com.example") + QChar(0xD800), false);

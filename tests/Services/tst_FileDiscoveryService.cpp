@@ -2,9 +2,7 @@
 #include "Platform/SystemLayout.h"
 #include "Services/FileDiscoveryService.h"
 #include "support/DiscoveryScene.h"
-#include "support/FakeMacTools.h"
 
-#include <QFile>
 #include <QTest>
 #include <QtConcurrent>
 
@@ -14,16 +12,6 @@ namespace {
 QList<FileItem> discover(const AppInfo &app)
 {
     return FileDiscoveryService().discoverFiles(app);
-}
-
-QVariantMap job(const QString &label, const QString &program)
-{
-    QVariantMap plist;
-    if (!label.isEmpty())
-        plist.insert(u"Label"_s, label);
-    if (!program.isEmpty())
-        plist.insert(u"ProgramArguments"_s, QVariantList{program, u"--run"_s});
-    return plist;
 }
 } // namespace
 
@@ -36,17 +24,9 @@ private slots:
     void systemAppBundleIsProtected();
     void vendorFolder_data();
     void vendorFolder();
-    void vendorNamedFolderNeedsFourLetters();
+    void finds_data();
+    void finds();
     void sharedAppGroupIsLeftUnselected();
-    void electronNamespaceTakesNoVendorFiles();
-    void crashReports();
-    void launchItems();
-    void helperToolFoundTwiceAppearsOnce();
-    void receipts();
-    void homeFolder_data();
-    void homeFolder();
-    void packagesFromThePackageTool();
-    void missingToolsContributeNothing();
     void parallelDiscoveriesAgree();
     void fullDiskAccessProbe();
 };
@@ -144,17 +124,73 @@ void tst_FileDiscoveryService::vendorFolder()
     QCOMPARE(items.at(1).confidence, note.isEmpty() ? 1.0 : 0.7);
 }
 
-void tst_FileDiscoveryService::vendorNamedFolderNeedsFourLetters()
+// Which of the files below the app's own bundle discovery takes, other apps installed beside it.
+void tst_FileDiscoveryService::finds_data()
 {
+    QTest::addColumn<QString>("appPath");
+    QTest::addColumn<QString>("identifier");
+    QTest::addColumn<QStringList>("otherApps"); // "path identifier"
+    QTest::addColumn<QStringList>("files");
+    QTest::addColumn<QStringList>("found");
+    const QString writer = u"/Applications/Writer.app"_s;
+    const QString reports = u"~/Library/Logs/DiagnosticReports/"_s;
+    QTest::newRow("vendor-named folder, four letters")
+        << writer << u"com.acme.writer"_s << QStringList{u"/Applications/Draw.app com.abc.draw"_s}
+        << QStringList{u"~/Library/Logs/Acme Tools/Writer/log"_s,
+                       u"~/Library/Logs/Acme Tools/Other/log"_s}
+        << QStringList{u"~/Library/Logs/Acme Tools/Writer"_s};
+    QTest::newRow("vendor-named folder, three letters")
+        << u"/Applications/Draw.app"_s << u"com.abc.draw"_s << QStringList{}
+        << QStringList{u"~/Library/Logs/Abc Tools/Draw/log"_s} << QStringList{};
+    QTest::newRow("electron namespace takes no vendor files")
+        << u"/Applications/Notes.app"_s << u"com.electron.notes"_s
+        << QStringList{u"/Applications/Chat.app com.electron.chat"_s}
+        << QStringList{u"~/Library/Application Support/com.electron.chat/x"_s,
+                       u"~/Library/Application Support/com.electron.shared/x"_s,
+                       u"~/Library/Preferences/com.electron.notes.plist"_s}
+        << QStringList{u"~/Library/Preferences/com.electron.notes.plist"_s};
+    // Which names count is the match rules' concern; here, where reports are looked for.
+    QTest::newRow("crash reports")
+        << writer << u"com.acme.writer"_s << QStringList{}
+        << QStringList{reports + u"Writer-2024-05-01-101010.ips"_s, reports + u"Other-2024.ips"_s,
+                       u"/Library/Logs/DiagnosticReports/Retired/Writer-1.ips"_s,
+                       u"/Library/Logs/DiagnosticReports/Writer-2.ips"_s}
+        << QStringList{reports + u"Writer-2024-05-01-101010.ips"_s,
+                       u"/Library/Logs/DiagnosticReports/Writer-2.ips"_s};
+    QTest::newRow("home dot-folders and .config")
+        << writer << u"com.acme.writer"_s << QStringList{}
+        << QStringList{u"~/.writer/f"_s, u"~/.writer-cli/f"_s,    u"~/.writerpro/f"_s,
+                       u"~/writer/f"_s,  u"~/.config/writer/f"_s, u"~/.config/other/f"_s}
+        << QStringList{u"~/.writer"_s, u"~/.writer-cli"_s, u"~/.config/writer"_s};
+    QTest::newRow("home short name of four letters")
+        << u"/Applications/Quill Editor.app"_s << u"com.acme.quill"_s << QStringList{}
+        << QStringList{u"~/.quill/f"_s} << QStringList{u"~/.quill"_s};
+    QTest::newRow("home short name of three letters")
+        << u"/Applications/Ink Editor.app"_s << u"com.acme.ink"_s << QStringList{}
+        << QStringList{u"~/.ink/f"_s} << QStringList{};
+    QTest::newRow("shared home dot-folders")
+        << u"/Applications/Local.app"_s << u"com.acme.local"_s << QStringList{}
+        << QStringList{u"~/.local/f"_s, u"~/.Local/f"_s, u"~/.config/local/f"_s,
+                       u"~/.cache/f"_s, u"~/.ssh/f"_s,   u"~/.npm/f"_s}
+        << QStringList{u"~/.config/local"_s};
+    QTest::newRow("npm is shared") << u"/Applications/npm.app"_s << u"com.acme.npm"_s
+                                   << QStringList{} << QStringList{u"~/.npm/f"_s} << QStringList{};
+}
+
+void tst_FileDiscoveryService::finds()
+{
+    QFETCH(QString, appPath);
+    QFETCH(QString, identifier);
+    QFETCH(QStringList, otherApps);
+    QFETCH(QStringList, files);
+    QFETCH(QStringList, found);
     DiscoveryScene scene;
-    const AppInfo acme = scene.addApp(u"/Applications/Writer.app"_s, u"com.acme.writer"_s);
-    const AppInfo abc = scene.addApp(u"/Applications/Draw.app"_s, u"com.abc.draw"_s);
-    scene.mac().addFile(u"~/Library/Logs/Acme Tools/Writer/log"_s, 1);
-    scene.mac().addFile(u"~/Library/Logs/Acme Tools/Other/log"_s, 1);
-    scene.mac().addFile(u"~/Library/Logs/Abc Tools/Draw/log"_s, 1);
-    QCOMPARE(scene.macPaths(discover(acme)).mid(1),
-             QStringList{u"~/Library/Logs/Acme Tools/Writer"_s});
-    QCOMPARE(scene.macPaths(discover(abc)).mid(1), QStringList());
+    const AppInfo app = scene.addApp(appPath, identifier);
+    for (const QString &other : otherApps)
+        scene.addApp(other.section(u' ', 0, -2), other.section(u' ', -1));
+    for (const QString &file : files)
+        scene.mac().addFile(file, 1);
+    QCOMPARE(scene.macPaths(discover(app)).mid(1), found);
 }
 
 void tst_FileDiscoveryService::sharedAppGroupIsLeftUnselected()
@@ -178,189 +214,6 @@ void tst_FileDiscoveryService::sharedAppGroupIsLeftUnselected()
     QVERIFY(own);
     QVERIFY(own->isSelected);
     QVERIFY(!own->note);
-}
-
-void tst_FileDiscoveryService::electronNamespaceTakesNoVendorFiles()
-{
-    DiscoveryScene scene;
-    const AppInfo app = scene.addApp(u"/Applications/Notes.app"_s, u"com.electron.notes"_s);
-    scene.addApp(u"/Applications/Chat.app"_s, u"com.electron.chat"_s);
-    scene.mac().addFile(u"~/Library/Application Support/com.electron.chat/x"_s, 1);
-    scene.mac().addFile(u"~/Library/Application Support/com.electron.shared/x"_s, 1);
-    scene.mac().addFile(u"~/Library/Preferences/com.electron.notes.plist"_s, 1);
-    QCOMPARE(scene.macPaths(discover(app)).mid(1),
-             QStringList{u"~/Library/Preferences/com.electron.notes.plist"_s});
-}
-
-void tst_FileDiscoveryService::crashReports()
-{
-    DiscoveryScene scene;
-    const AppInfo app = scene.addApp(u"/Applications/Writer.app"_s, u"com.acme.writer"_s);
-    for (const char16_t *name : {u"Writer-2024-05-01-101010.ips", u"Writer_2024-05-01_host.crash",
-                                 u"WriterHelper.ips", u"Writer", u"Other-2024.ips"})
-        scene.mac().addFile(u"~/Library/Logs/DiagnosticReports/"_s + QString::fromUtf16(name), 1);
-    scene.mac().addFile(u"/Library/Logs/DiagnosticReports/Retired/Writer-1.ips"_s, 1);
-    scene.mac().addFile(u"/Library/Logs/DiagnosticReports/Writer-2.ips"_s, 1);
-    QCOMPARE(scene.macPaths(discover(app)).mid(1),
-             (QStringList{u"~/Library/Logs/DiagnosticReports/Writer-2024-05-01-101010.ips"_s,
-                          u"~/Library/Logs/DiagnosticReports/Writer_2024-05-01_host.crash"_s,
-                          u"/Library/Logs/DiagnosticReports/Writer-2.ips"_s}));
-}
-
-void tst_FileDiscoveryService::launchItems()
-{
-    DiscoveryScene scene;
-    FakeMac &mac = scene.mac();
-    const AppInfo app = scene.addApp(u"/Applications/Writer.app"_s, u"com.acme.writer"_s);
-    scene.addApp(u"/Applications/Other.app"_s, u"org.other.app"_s);
-    const QString helper = u"/Library/PrivilegedHelperTools/org.toolkit.helperd"_s;
-    mac.addFile(helper, 300);
-    mac.addPlist(u"~/Library/LaunchAgents/com.acme.writer.agent.plist"_s, job({}, {}));
-    mac.addTextFile(u"~/Library/LaunchAgents/com.acme.writer.broken.plist"_s, "not a plist");
-    // No Label, outside the namespace: found by its program inside the bundle.
-    mac.addPlist(u"/Library/LaunchDaemons/org.toolkit.daemon.plist"_s,
-                 QVariantMap{{u"ProgramArguments"_s,
-                              QVariantList{u"/Applications/Writer.app/Contents/MacOS/Writer"_s}}},
-                 FakeMac::PlistFormat::binary);
-    mac.addPlist(
-        u"/Library/LaunchDaemons/org.toolkit.helperd.plist"_s,
-        QVariantMap{{u"Program"_s, helper},
-                    {u"AssociatedBundleIdentifiers"_s, QVariantList{u"com.acme.writer"_s}}});
-    // Matches by label but starts another installed app: left alone.
-    mac.addPlist(
-        u"/Library/LaunchAgents/com.acme.writer.other.plist"_s,
-        job(u"com.acme.writer.other"_s, u"/Applications/Other.app/Contents/MacOS/agent"_s));
-    // The app it would start is gone: kept.
-    mac.addPlist(u"/Library/LaunchAgents/com.acme.writer.gone.plist"_s,
-                 job({}, u"/Applications/Gone.app/Contents/MacOS/agent"_s));
-    mac.addPlist(u"/Library/LaunchAgents/org.unrelated.plist"_s,
-                 job(u"org.unrelated"_s, u"/usr/bin/true"_s));
-
-    const QList<FileItem> items = discover(app);
-    QCOMPARE(scene.macPaths(items).mid(1),
-             (QStringList{u"~/Library/LaunchAgents/com.acme.writer.agent.plist"_s,
-                          u"~/Library/LaunchAgents/com.acme.writer.broken.plist"_s,
-                          u"/Library/LaunchAgents/com.acme.writer.gone.plist"_s,
-                          u"/Library/LaunchDaemons/org.toolkit.daemon.plist"_s,
-                          u"/Library/LaunchDaemons/org.toolkit.helperd.plist"_s, helper}));
-    QCOMPARE(items.at(4).category, FileCategory::launchDaemons);
-    QCOMPARE(items.last().category, FileCategory::helperTools);
-    QCOMPARE(items.last().size, 300);
-}
-
-void tst_FileDiscoveryService::helperToolFoundTwiceAppearsOnce()
-{
-    DiscoveryScene scene;
-    const AppInfo app = scene.addApp(u"/Applications/Writer.app"_s, u"com.acme.writer"_s);
-    scene.addApp(u"/Applications/Acme Sheets.app"_s, u"com.acme.sheets"_s);
-    const QString helper = u"/Library/PrivilegedHelperTools/com.acme.helper"_s;
-    scene.mac().addFile(helper, 1);
-    scene.mac().addPlist(u"/Library/LaunchDaemons/com.acme.writer.helper.plist"_s,
-                         QVariantMap{{u"Program"_s, helper}});
-    const QList<FileItem> items = discover(app);
-    QCOMPARE(scene.macPaths(items).count(helper), 1);
-    // The search location found it first, on vendor evidence: its verdict stays.
-    const FileItem *found = scene.find(items, helper);
-    QVERIFY(!found->isSelected);
-    QCOMPARE(found->note, std::optional<QString>(u"Shared with Acme Sheets, left unselected"_s));
-}
-
-void tst_FileDiscoveryService::receipts()
-{
-    DiscoveryScene scene;
-    const AppInfo app = scene.addApp(u"/Applications/Writer.app"_s, u"com.acme.writer"_s);
-    FakeMacTools::addPackage(scene.mac(), {u"com.acme.writer.pkg"_s, {}, true, 5000});
-    FakeMacTools::addPackage(scene.mac(), {u"com.acme.writer.extras"_s, {}, false, 0});
-    FakeMacTools::addPackage(scene.mac(), {u"com.apple.pkg.com.acme.writer"_s, {}, true, 1});
-    scene.mac().addFile(u"/private/var/db/receipts/com.acme.writer pkg.plist"_s, 10);
-    const QString folder = scene.mac().path(u"/private/var/db/receipts/"_s);
-    const QList<FileItem> items = discover(app);
-    QCOMPARE(scene.macPaths(items).mid(1),
-             (QStringList{u"/private/var/db/receipts/com.acme.writer.extras.plist"_s,
-                          u"/private/var/db/receipts/com.acme.writer.pkg.plist"_s}));
-    QCOMPARE(items.at(1).packageID, std::optional<QString>(u"com.acme.writer.extras"_s));
-    QCOMPARE(items.at(1).size, QFileInfo(folder + u"com.acme.writer.extras.plist"_s).size());
-    QCOMPARE(items.at(2).packageID, std::optional<QString>(u"com.acme.writer.pkg"_s));
-    QCOMPARE(items.at(2).size, QFileInfo(folder + u"com.acme.writer.pkg.plist"_s).size() + 5000);
-    QCOMPARE(items.at(2).category, FileCategory::receipts);
-}
-
-void tst_FileDiscoveryService::homeFolder_data()
-{
-    QTest::addColumn<QString>("appPath");
-    QTest::addColumn<QString>("identifier");
-    QTest::addColumn<QStringList>("entries");
-    QTest::addColumn<QStringList>("found");
-    QTest::newRow("dot-folders and .config")
-        << u"/Applications/Writer.app"_s << u"com.acme.writer"_s
-        << QStringList{u".writer"_s, u".writer-cli"_s,    u".writerpro"_s,
-                       u"writer"_s,  u".config/writer"_s, u".config/other"_s}
-        << QStringList{u"~/.writer"_s, u"~/.writer-cli"_s, u"~/.config/writer"_s};
-    QTest::newRow("short name of four letters and more")
-        << u"/Applications/Quill Editor.app"_s << u"com.acme.quill"_s << QStringList{u".quill"_s}
-        << QStringList{u"~/.quill"_s};
-    QTest::newRow("short name of three letters")
-        << u"/Applications/Ink Editor.app"_s << u"com.acme.ink"_s << QStringList{u".ink"_s}
-        << QStringList();
-    QTest::newRow("shared dot-folders, whatever the app's name")
-        << u"/Applications/Local.app"_s << u"com.acme.local"_s
-        << QStringList{u".local"_s, u".Local"_s, u".config/local"_s, u".cache"_s, u".ssh"_s}
-        << QStringList{u"~/.config/local"_s};
-    QTest::newRow("npm is shared") << u"/Applications/npm.app"_s << u"com.acme.npm"_s
-                                   << QStringList{u".npm"_s} << QStringList();
-}
-
-void tst_FileDiscoveryService::homeFolder()
-{
-    QFETCH(QString, appPath);
-    QFETCH(QString, identifier);
-    QFETCH(QStringList, entries);
-    QFETCH(QStringList, found);
-    DiscoveryScene scene;
-    const AppInfo app = scene.addApp(appPath, identifier);
-    for (const QString &entry : entries)
-        scene.mac().addFile(u"~/"_s + entry + u"/f"_s, 1);
-    QCOMPARE(scene.macPaths(discover(app)).mid(1), found);
-}
-
-void tst_FileDiscoveryService::packagesFromThePackageTool()
-{
-    DiscoveryScene scene;
-    const AppInfo app = scene.addApp(u"/Applications/Writer.app"_s, u"com.acme.writer"_s);
-    // A package whose identifier names nothing of the app: only pkgutil ties it to the bundle.
-    FakeMacTools::addPackage(scene.mac(), {u"net.installer.wr"_s, {u"/Applications/Writer.app"_s}});
-    FakeMacTools::addPackage(scene.mac(),
-                             {u"net.installer.other"_s, {u"/Applications/Other.app"_s}});
-    scene.mac().addFile(u"~/Library/Caches/net.installer.wr/x"_s, 1);
-    // Found only through the metadata index: outside the Applications folders.
-    scene.addApp(u"/opt/Tools/Writer Pro.app"_s, u"com.acme.writer.pro"_s);
-    scene.mac().addFile(u"~/Library/Caches/com.acme.writer.pro/x"_s, 1);
-
-    const QList<FileItem> items = discover(app);
-    QCOMPARE(scene.macPaths(items).mid(1),
-             (QStringList{u"~/Library/Caches/net.installer.wr"_s,
-                          u"/private/var/db/receipts/net.installer.wr.plist"_s}));
-    const QList<QStringList> calls = scene.mac().calls();
-    QVERIFY(calls.contains(
-        QStringList{u"/usr/sbin/pkgutil"_s, u"--file-info"_s, u"/Applications/Writer.app"_s}));
-    QVERIFY(calls.contains(QStringList{
-        u"/usr/bin/mdfind"_s,
-        u"kMDItemContentType == 'com.apple.application-bundle' && kMDItemCFBundleIdentifier == 'com.acme.*'c"_s}));
-    QVERIFY(calls.contains(QStringList{
-        u"/usr/bin/mdfind"_s,
-        u"kMDItemContentType == 'com.apple.application-bundle' && kMDItemCFBundleIdentifier == 'com.acme.writer*'c"_s}));
-    QCOMPARE(calls.size(), 3);
-}
-
-void tst_FileDiscoveryService::missingToolsContributeNothing()
-{
-    DiscoveryScene scene;
-    const AppInfo app = scene.addApp(u"/Applications/Writer.app"_s, u"com.acme.writer"_s);
-    QVERIFY(QFile::remove(scene.mac().path(u"/usr/sbin/pkgutil"_s)));
-    QVERIFY(QFile::remove(scene.mac().path(u"/usr/bin/mdfind"_s)));
-    scene.mac().addFile(u"~/Library/Caches/com.acme.writer/x"_s, 1);
-    QCOMPARE(scene.macPaths(discover(app)).mid(1),
-             QStringList{u"~/Library/Caches/com.acme.writer"_s});
 }
 
 void tst_FileDiscoveryService::parallelDiscoveriesAgree()

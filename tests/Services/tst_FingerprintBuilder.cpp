@@ -26,30 +26,17 @@ void tst_FingerprintBuilder::vendorAndShortName_data()
     QTest::addColumn<QString>("vendor");
     QTest::addColumn<QString>("vendorPrefix");
     QTest::addColumn<QString>("shortName");
-    QTest::newRow("plain") << "com.acme.Writer"
-                           << "acme"
-                           << "com.acme."
-                           << "writer";
-    QTest::newRow("shared namespace") << "com.electron.myapp"
-                                      << ""
-                                      << ""
-                                      << "myapp";
-    QTest::newRow("two-letter vendor") << "com.ab.tool"
-                                       << ""
-                                       << ""
-                                       << "tool";
-    QTest::newRow("generic short name") << "net.acme.helper"
-                                        << "acme"
-                                        << "net.acme."
-                                        << "";
-    QTest::newRow("two components") << "acme.writer"
-                                    << ""
-                                    << ""
-                                    << "";
-    QTest::newRow("empty pieces dropped") << "com..acme.writer"
-                                          << "acme"
-                                          << "com.acme."
-                                          << "writer";
+    const auto row = [](const char *name, const char *identifier, const char *vendor,
+                        const char *prefix, const char *shortName) {
+        QTest::newRow(name) << QString::fromLatin1(identifier) << QString::fromLatin1(vendor)
+                            << QString::fromLatin1(prefix) << QString::fromLatin1(shortName);
+    };
+    row("plain", "com.acme.Writer", "acme", "com.acme.", "writer");
+    row("shared namespace", "com.electron.myapp", "", "", "myapp");
+    row("two-letter vendor", "com.ab.tool", "", "", "tool");
+    row("generic short name", "net.acme.helper", "acme", "net.acme.", "");
+    row("two components", "acme.writer", "", "", "");
+    row("empty pieces dropped", "com..acme.writer", "acme", "com.acme.", "writer");
 }
 
 void tst_FingerprintBuilder::vendorAndShortName()

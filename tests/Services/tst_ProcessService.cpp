@@ -5,7 +5,6 @@
 #include "support/FakeMac.h"
 #include "support/FakeMacRemovalTools.h"
 
-#include <QProcess>
 #include <QTemporaryDir>
 #include <QTest>
 
@@ -166,25 +165,6 @@ private slots:
         const auto error = makeService().quitApp(u"com.example.a"_s, u"/Applications/A.app"_s);
         QVERIFY(error);
         QCOMPARE(error->message(), u"Application is not running"_s);
-    }
-
-    // The real process table: a copy of a real program inside a fake bundle, started here.
-    void quitsARealRunningApp()
-    {
-        QTemporaryDir dir;
-        FakeMac mac(dir.path());
-        const QString executable = FakeMacRemovalTools::addRunnableApp(
-            mac, u"/Applications/Sleeper.app"_s, u"com.example.sleeper"_s);
-        QProcess app;
-        app.start(executable, {u"300"_s});
-        QVERIFY(app.waitForStarted());
-        const ProcessService service;
-        QVERIFY(
-            !service.quitApp(u"com.example.sleeper"_s, mac.path(u"/Applications/Sleeper.app"_s)));
-        QVERIFY(app.waitForFinished(10'000));
-        QCOMPARE(
-            service.quitApp(u"com.example.sleeper"_s, mac.path(u"/Applications/Sleeper.app"_s)),
-            std::optional(UninstallError::appNotRunning()));
     }
 
     void runMergesAndTrimsOutput_data()

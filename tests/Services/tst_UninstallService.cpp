@@ -1,6 +1,5 @@
 // SPDX-License-Identifier: MIT
 #include "Platform/SystemLayout.h"
-#include "Platform/TrashMover.h"
 #include "Platform/TrashNaming.h"
 #include "Services/AuthorizationService.h"
 #include "Services/UninstallService.h"
@@ -8,55 +7,21 @@
 #include "support/FakeMacRemovalTools.h"
 #include "support/FakeMacTools.h"
 #include "support/FakePrivilegedShell.h"
+#include "support/SessionRun.h"
 #include "support/TreeFingerprint.h"
 
-#include <QFutureWatcher>
 #include <QProcess>
-#include <QSignalSpy>
 #include <QTemporaryDir>
 #include <QTest>
 
 using namespace Qt::StringLiterals;
 
 namespace {
+using SessionRun::item;
+using SessionRun::messages;
+
 const QString kLsregister = u"/System/Library/Frameworks/CoreServices.framework/Frameworks/"
                             u"LaunchServices.framework/Support/lsregister"_s;
-
-// A user-level move that the user's rights cannot do.
-class RefusingTrashMover : public TrashMover
-{
-public:
-    bool moveToTrash(const QString &, QString *error) const override
-    {
-        *error = u"Permission denied"_s;
-        return false;
-    }
-};
-
-FileItem item(const QString &path, FileCategory category, qint64 size = 10)
-{
-    FileItem file;
-    file.path = path;
-    file.category = category;
-    file.size = size;
-    return file;
-}
-
-QStringList messages(const UninstallSession &session)
-{
-    QStringList result;
-    for (const LogEntry &entry : session.logs())
-        result.append(entry.message);
-    return result;
-}
-
-// Everything below the root except the fake Mac's own bookkeeping.
-QStringList macEntries(const FakeMac &mac)
-{
-    QStringList entries = TreeFingerprint::entries(mac.root());
-    entries.removeIf([](const QString &entry) { return entry.startsWith(u".fakemac"_s); });
-    return entries;
-}
 } // namespace
 
 class TestUninstallService : public QObject
@@ -70,7 +35,7 @@ private:
     QSet<QString> m_unwritable; // folders the "user" may not write
 
     QString path(const QString &macPath) const { return m_mac->path(macPath); }
-    QString trash(const QString &name) const { return m_mac->home() + u"/.Trash/"_s + name; }
+    QString trash(const QString &name) const { return m_mac->trash(name); }
 
     QString addFolderWithContent(const QString &macPath)
     {
@@ -80,19 +45,18 @@ private:
     }
 
     std::shared_ptr<UninstallService> makeService(
-        FakePrivilegedShell::Behaviour behaviour = FakePrivilegedShell::Behaviour::runAsCaller,
-        std::shared_ptr<const TrashMover> mover = {})
+        FakePrivilegedShell::Behaviour behaviour = FakePrivilegedShell::Behaviour::runAsCaller)
     {
         m_shell = std::make_shared<FakePrivilegedShell>(behaviour);
         UninstallService::Dependencies dependencies;
         dependencies.authorization = std::make_shared<const AuthorizationService>(m_shell);
-        dependencies.trash = std::move(mover);
         dependencies.isWritable = [this](const QString &folder) {
             return !m_unwritable.contains(folder);
         };
         return std::make_shared<UninstallService>(dependencies);
     }
 
+    // The bundle (made when missing) first, then `extra`.
     QSharedPointer<UninstallSession> makeSession(const QString &bundleMacPath,
                                                  const QString &identifier,
                                                  const QList<FileItem> &extra)
@@ -100,23 +64,9 @@ private:
         AppInfo app;
         app.name = bundleMacPath.section(u'/', -1);
         app.bundleIdentifier = identifier;
-        app.bundlePath = path(bundleMacPath);
-        auto session = QSharedPointer<UninstallSession>::create(app);
-        session->setDiscoveredFiles(QList{item(app.bundlePath, FileCategory::application, 1000)} +
-                                    extra);
-        session->setStatus(UninstallStatus::ready());
-        return session;
-    }
-
-    static void runToCompletion(UninstallService &service,
-                                const QList<QSharedPointer<UninstallSession>> &sessions)
-    {
-        QFutureWatcher<void> watcher;
-        QSignalSpy finished(&watcher, &QFutureWatcher<void>::finished);
-        watcher.setFuture(service.uninstall(sessions));
-        QVERIFY(finished.wait(60'000));
-        for (const auto &session : sessions)
-            QCOMPARE(session->status(), UninstallStatus::completed());
+        app.bundlePath = m_mac->addFolder(bundleMacPath);
+        return SessionRun::readySession(
+            app, QList{item(app.bundlePath, FileCategory::application, 1000)} + extra);
     }
 
     // Two apps: user-level items, administrator items, a receipt, a loaded agent and daemon,
@@ -202,16 +152,10 @@ private slots:
                                         u"/private/var/folders/zz/abc/T"_s);
         m_mac->activate();
         FakeMacRemovalTools::install(*m_mac);
-        FakeMacTools::installPkgutil(*m_mac);
         m_unwritable.clear();
-        QDir::setCurrent(m_dir->path()); // where an injected command would leave its mark
     }
 
-    void cleanup()
-    {
-        QDir::setCurrent(QDir::tempPath());
-        SystemLayout::reset();
-    }
+    void cleanup() { SystemLayout::reset(); }
 
     void batchMovesEverythingWithOnePrivilegedRun()
     {
@@ -222,14 +166,13 @@ private slots:
         QMap<QString, QByteArray> before;
         for (auto it = batch.moves.cbegin(); it != batch.moves.cend(); ++it)
             before.insert(it.key(), TreeFingerprint::of(it.key()));
-        const QStringList entriesBefore = macEntries(*m_mac);
+        const QStringList entriesBefore = m_mac->entries();
 
         auto service = makeService();
-        runToCompletion(*service, {batch.alpha, batch.beta});
+        QVERIFY(SessionRun::toCompletion(*service, {batch.alpha, batch.beta}));
 
         QCOMPARE(m_shell->lines().size(), 1);
         QTRY_COMPARE(alphaRunning.state(), QProcess::NotRunning);
-        const auto display = [](const QString &real) { return SystemLayout::displayPath(real); };
         const QString alphaApp = path(u"/Applications/Alpha.app"_s);
         QCOMPARE(
             messages(*batch.alpha),
@@ -272,7 +215,7 @@ private slots:
             QVERIFY2(entry.isSuccess, qPrintable(entry.message));
 
         for (auto it = batch.moves.cbegin(); it != batch.moves.cend(); ++it) {
-            QVERIFY2(!TrashNaming::itemExists(it.key()), qPrintable(display(it.key())));
+            QVERIFY2(!TrashNaming::itemExists(it.key()), qPrintable(it.key()));
             QCOMPARE(TreeFingerprint::of(it.value()), before.value(it.key()));
         }
         // Untouched: protected, under /System, unselected; the receipt alone is gone (forgotten).
@@ -296,7 +239,7 @@ private slots:
                 expectedAfter.append(moved.mid(root.size()));
         }
         expectedAfter.sort();
-        QCOMPARE(macEntries(*m_mac), expectedAfter);
+        QCOMPARE(m_mac->entries(), expectedAfter);
 
         const QString agent = path(u"~/Library/LaunchAgents/com.example.alpha.agent.plist"_s);
         const QString daemon = path(u"/Library/LaunchDaemons/com.example.alpha.helper.plist"_s);
@@ -322,7 +265,7 @@ private slots:
     {
         Batch batch = makeBatch();
         auto service = makeService(FakePrivilegedShell::Behaviour::cancel);
-        runToCompletion(*service, {batch.alpha, batch.beta});
+        QVERIFY(SessionRun::toCompletion(*service, {batch.alpha, batch.beta}));
 
         QCOMPARE(m_shell->lines().size(), 1);
         const QString reason = u" - Administrator permission was canceled"_s;
@@ -349,158 +292,6 @@ private slots:
             QVERIFY2(QFileInfo::exists(kept), qPrintable(kept));
         QVERIFY(QFileInfo::exists(trash(u"Alpha.app"_s)));
         QVERIFY(QFileInfo::exists(trash(u"Beta"_s)));
-    }
-
-    void failedScriptReportsItsMessage()
-    {
-        const QString support = addFolderWithContent(u"/Library/Application Support/Gamma"_s);
-        auto session = makeSession(u"/Applications/Gamma.app"_s, u"com.example.gamma"_s,
-                                   {item(support, FileCategory::applicationSupport)});
-        m_mac->addFolder(u"/Applications/Gamma.app"_s);
-        auto service = makeService(FakePrivilegedShell::Behaviour::fail);
-        runToCompletion(*service, {session});
-        QVERIFY(messages(*session).contains(u"Failed to remove: "_s +
-                                            SystemLayout::displayPath(support) +
-                                            u" - Failed to remove files with admin privileges: "_s +
-                                            FakePrivilegedShell::failureMessage()));
-        QCOMPARE(session->failedCount(), 1);
-        QVERIFY(QFileInfo::exists(support));
-    }
-
-    void userLevelMoveThatFailsIsRetriedAsAdministrator()
-    {
-        m_mac->addFolder(u"/Applications/Gamma.app"_s);
-        const QString cache = addFolderWithContent(u"~/Library/Caches/com.example.gamma"_s);
-        const QByteArray content = TreeFingerprint::of(cache);
-        auto session = makeSession(u"/Applications/Gamma.app"_s, u"com.example.gamma"_s,
-                                   {item(cache, FileCategory::caches)});
-        auto service = makeService(FakePrivilegedShell::Behaviour::runAsCaller,
-                                   std::make_shared<RefusingTrashMover>());
-        runToCompletion(*service, {session});
-        const QStringList log = messages(*session);
-        QVERIFY(log.contains(u"Asking for administrator permission for 2 items"_s));
-        QVERIFY(log.contains(u"Moved to trash (admin): ~/Library/Caches/com.example.gamma"_s));
-        QCOMPARE(session->removedCount(), 2);
-        QCOMPARE(TreeFingerprint::of(trash(u"com.example.gamma"_s)), content);
-    }
-
-    void itemOutsideEveryAllowedRootIsRefused()
-    {
-        m_mac->addFolder(u"/Applications/Gamma.app"_s);
-        const QString tool = m_mac->addTextFile(u"/usr/local/bin/gamma"_s, "#!/bin/sh\n");
-        auto session = makeSession(u"/Applications/Gamma.app"_s, u"com.example.gamma"_s,
-                                   {item(tool, FileCategory::other)});
-        session->toggleFileSelection(session->discoveredFiles().first()); // only the tool
-        auto service = makeService();
-        runToCompletion(*service, {session});
-        QVERIFY(m_shell->lines().isEmpty());
-        QCOMPARE(messages(*session).mid(2),
-                 QStringList({
-                     u"Asking for administrator permission for 1 items"_s,
-                     u"Failed to remove: "_s + SystemLayout::displayPath(tool) +
-                         u" - Couldn't be moved to the Trash"_s,
-                     u"⚠ Uninstall completed with errors. 0 succeeded, 1 failed, 0 skipped."_s,
-                 }));
-        QVERIFY(QFileInfo::exists(tool));
-    }
-
-    void hostileNamesMoveExactly_data()
-    {
-        QTest::addColumn<QString>("name");
-        QTest::newRow("single quote") << u"it's \"quoted\""_s;
-        QTest::newRow("backslashes") << u"back\\slash\\\\'\\"_s;
-        QTest::newRow("command substitution") << u"$(touch pwned)"_s;
-        QTest::newRow("backticks") << u"`touch pwned`"_s;
-        QTest::newRow("blanks and semicolon") << u"a b;touch pwned; c  d"_s;
-        QTest::newRow("leading dash") << u"-rf"_s;
-        QTest::newRow("non-ASCII") << u"Ünïcødé ☃ 日本"_s;
-        QTest::newRow("glob and variables") << u"* $HOME ${IFS} ~"_s;
-    }
-
-    void hostileNamesMoveExactly()
-    {
-        QFETCH(QString, name);
-        m_mac->addFolder(u"/Applications/Gamma.app"_s);
-        const QString admin = addFolderWithContent(u"/Library/Application Support/"_s + name);
-        const QString user = m_mac->addTextFile(u"~/Library/Caches/"_s + name, "user");
-        const QByteArray content = TreeFingerprint::of(admin);
-        auto session = makeSession(
-            u"/Applications/Gamma.app"_s, u"com.example.gamma"_s,
-            {item(admin, FileCategory::applicationSupport), item(user, FileCategory::caches)});
-        auto service = makeService();
-        runToCompletion(*service, {session});
-        QCOMPARE(session->failedCount(), 0);
-        QCOMPARE(session->removedCount(), 3);
-        // The user-level move comes first and takes the plain name.
-        QFile moved(trash(name));
-        QVERIFY(moved.open(QIODevice::ReadOnly));
-        QCOMPARE(moved.readAll(), QByteArray("user"));
-        QCOMPARE(TreeFingerprint::of(trash(name + u" 2"_s)), content);
-        QCOMPARE(m_shell->lines().size(), 1);
-        QVERIFY(!QFileInfo::exists(m_dir->filePath(u"pwned"_s)));
-        QVERIFY(!QFileInfo::exists(m_mac->home() + u"/pwned"_s));
-    }
-
-    void pathWithNewlineIsRefused()
-    {
-        m_mac->addFolder(u"/Applications/Gamma.app"_s);
-        const QString odd = addFolderWithContent(u"/Library/Application Support/two\nlines"_s);
-        auto session = makeSession(u"/Applications/Gamma.app"_s, u"com.example.gamma"_s,
-                                   {item(odd, FileCategory::applicationSupport)});
-        auto service = makeService();
-        runToCompletion(*service, {session});
-        QVERIFY(QFileInfo::exists(odd));
-        QCOMPARE(session->failedCount(), 1);
-        QVERIFY(m_shell->lines().isEmpty());
-        QVERIFY(messages(*session).contains(u"Failed to remove: "_s +
-                                            SystemLayout::displayPath(odd) +
-                                            u" - Couldn't be moved to the Trash"_s));
-    }
-
-    void symbolicLinkMovesAsLink()
-    {
-        m_mac->addFolder(u"/Applications/Gamma.app"_s);
-        const QString target = addFolderWithContent(u"/Users/Shared/Gamma"_s);
-        const QByteArray targetContent = TreeFingerprint::of(target);
-        const QString userLink = m_mac->addSymlink(u"~/Library/Caches/com.example.gamma"_s, target);
-        const QString adminLink = m_mac->addSymlink(u"/Library/Application Support/Gamma"_s,
-                                                    u"../../Users/Shared/Gamma"_s);
-        auto session = makeSession(u"/Applications/Gamma.app"_s, u"com.example.gamma"_s,
-                                   {item(userLink, FileCategory::caches),
-                                    item(adminLink, FileCategory::applicationSupport)});
-        auto service = makeService();
-        runToCompletion(*service, {session});
-        QCOMPARE(session->removedCount(), 3);
-        QCOMPARE(QFileInfo(trash(u"com.example.gamma"_s)).symLinkTarget(), target);
-        QVERIFY(QFileInfo(trash(u"Gamma"_s)).isSymLink());
-        QCOMPARE(TreeFingerprint::of(target), targetContent);
-    }
-
-    void vanishedItemsCountAsRemoved()
-    {
-        m_mac->addFolder(u"/Applications/Gamma.app"_s);
-        auto session = makeSession(u"/Applications/Gamma.app"_s, u"com.example.gamma"_s,
-                                   {item(path(u"~/Library/Caches/gone"_s), FileCategory::caches),
-                                    item(path(u"/Library/Caches/gone"_s), FileCategory::caches)});
-        auto service = makeService();
-        runToCompletion(*service, {session});
-        QCOMPARE(session->removedCount(), 3);
-        QVERIFY(!messages(*session).contains(u"Moved to trash: ~/Library/Caches/gone"_s));
-        QVERIFY(
-            messages(*session).contains(u"Moved to trash (admin): "_s + u"/Library/Caches/gone"_s));
-    }
-
-    void nothingSelectedEndsWithZero()
-    {
-        m_mac->addFolder(u"/Applications/Gamma.app"_s);
-        auto session = makeSession(u"/Applications/Gamma.app"_s, u"com.example.gamma"_s, {});
-        session->setAllSelected(false);
-        auto service = makeService();
-        runToCompletion(*service, {session});
-        QCOMPARE(messages(*session).constLast(),
-                 u"✓ Uninstall completed successfully. 0 items moved to the Trash."_s);
-        QVERIFY(m_shell->lines().isEmpty());
-        QVERIFY(QFileInfo::exists(path(u"/Applications/Gamma.app"_s)));
     }
 };
 

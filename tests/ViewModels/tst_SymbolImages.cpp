@@ -21,24 +21,6 @@ private slots:
                      qPrintable(file));
         }
     }
-
-    void categorySymbols_data()
-    {
-        QTest::addColumn<FileCategory>("category");
-        QTest::addColumn<QString>("symbol");
-        QTest::newRow("application") << FileCategory::application << "app.fill";
-        QTest::newRow("webData") << FileCategory::webData << "globe";
-        QTest::newRow("launchAgents")
-            << FileCategory::launchAgents << "arrow.clockwise.circle.fill";
-        QTest::newRow("receipts") << FileCategory::receipts << "doc.plaintext.fill";
-        QTest::newRow("other") << FileCategory::other << "doc.fill";
-    }
-    void categorySymbols()
-    {
-        QFETCH(FileCategory, category);
-        QFETCH(QString, symbol);
-        QCOMPARE(SymbolImages::categorySymbol(category), symbol);
-    }
 };
 
 QTEST_GUILESS_MAIN(SymbolImagesTest)

@@ -1,12 +1,12 @@
 // SPDX-License-Identifier: MIT
 // quenzo-cli scan, run as a user would, on a fake Mac.
+#include "support/CliRun.h"
 #include "support/DiscoveryScene.h"
 #include "support/FakeMacTools.h"
 
 #include <QJsonArray>
-#include <QJsonDocument>
 #include <QJsonObject>
-#include <QProcess>
+#include <QTemporaryDir>
 #include <QTest>
 
 using namespace Qt::StringLiterals;
@@ -19,15 +19,10 @@ private slots:
     void initTestCase();
     void jsonListsItemsInDiscoveryOrder();
     void textGroupsByCategoryWithBadges();
+    void unreadableAppBecomesTheNotice();
 
 private:
-    struct Run
-    {
-        QByteArray out;
-        QByteArray err;
-        int exitCode = -1;
-    };
-    Run scan(const QStringList &extra);
+    [[nodiscard]] CliRun scan(const QStringList &options);
 
     DiscoveryScene m_scene;
 };
@@ -45,24 +40,18 @@ void tst_cliScan::initTestCase()
     FakeMacTools::addPackage(mac, {u"com.acme.writer.pkg"_s, {}, true, 100});
 }
 
-tst_cliScan::Run tst_cliScan::scan(const QStringList &extra)
+CliRun tst_cliScan::scan(const QStringList &options)
 {
-    QProcess cli;
-    cli.start(QStringLiteral(QUENZO_CLI_PATH),
-              QStringList{u"scan"_s, u"--root"_s, m_scene.mac().root(), u"--home"_s,
-                          m_scene.mac().home()} +
-                  extra + QStringList{m_scene.mac().path(u"/Applications/Writer.app"_s)});
-    [&] { QVERIFY(cli.waitForFinished(60'000)); }();
-    return {cli.readAllStandardOutput(), cli.readAllStandardError(), cli.exitCode()};
+    return CliRun::on(u"scan"_s, m_scene.mac().root(), m_scene.mac().home(), options,
+                      m_scene.mac().path(u"/Applications/Writer.app"_s));
 }
 
 void tst_cliScan::jsonListsItemsInDiscoveryOrder()
 {
-    const Run run = scan({u"--json"_s});
+    const CliRun run = scan({u"--json"_s});
     QCOMPARE(run.exitCode, 0);
-    QCOMPARE(run.err, QByteArray()); // progress only ever goes to a terminal
-    const QJsonObject session =
-        QJsonDocument::fromJson(run.out).object().value(u"sessions"_s).toArray().at(0).toObject();
+    QCOMPARE(run.err, QString()); // progress only ever goes to a terminal
+    const QJsonObject session = run.json().value(u"sessions"_s).toArray().at(0).toObject();
     const QJsonArray items = session.value(u"items"_s).toArray();
     QStringList rows;
     for (const QJsonValue &value : items) {
@@ -94,10 +83,10 @@ void tst_cliScan::jsonListsItemsInDiscoveryOrder()
 
 void tst_cliScan::textGroupsByCategoryWithBadges()
 {
-    const Run run = scan({});
+    const CliRun run = scan({});
     QCOMPARE(run.exitCode, 0);
-    QCOMPARE(run.err, QByteArray());
-    const QString text = QString::fromUtf8(run.out);
+    QCOMPARE(run.err, QString());
+    const QString &text = run.out;
     const QStringList headers{u"  Application (1 items)"_s, u"  Containers (1 items)"_s,
                               u"  Preferences (2 items)"_s, u"  Caches (1 items)"_s,
                               u"  Installer Receipts (1 items)"_s};
@@ -111,6 +100,34 @@ void tst_cliScan::textGroupsByCategoryWithBadges()
         u"[ ] ~/Library/Preferences/com.acme.common.plist  10 bytes  • Shared with Acme Sheets, left unselected"_s));
     QVERIFY(text.contains(u"[x] ~/Library/Preferences/com.acme.writer.plist  2 KB\n"_s));
     QVERIFY(text.contains(u"4 of 6 selected"_s));
+}
+
+void tst_cliScan::unreadableAppBecomesTheNotice()
+{
+    QTemporaryDir dir;
+    FakeMac mac(dir.path());
+    FakeMac::App writer;
+    writer.path = u"/Applications/Writer.app"_s;
+    writer.identifier = u"com.acme.writer"_s;
+    writer.version = u"2.1"_s;
+    mac.addApp(writer);
+    mac.addFolder(u"/Applications/Broken.app"_s);
+
+    const CliRun run = CliRun::of({u"scan"_s, u"--json"_s, u"--root"_s, mac.root(),
+                                   mac.path(u"/Applications/Writer.app"_s),
+                                   mac.path(u"/Applications/Broken.app"_s)});
+    QCOMPARE(run.exitCode, 0);
+    const QJsonObject json = run.json();
+    QCOMPARE(json.value(u"notice"_s).toString(), u"Broken.app couldn't be read as an app."_s);
+    const QJsonArray sessions = json.value(u"sessions"_s).toArray();
+    QCOMPARE(sessions.size(), 1);
+    const QJsonObject session = sessions.first().toObject();
+    QCOMPARE(session.value(u"name"_s).toString(), u"Writer.app"_s);
+    QCOMPARE(session.value(u"displayName"_s).toString(), u"Writer"_s);
+    QCOMPARE(session.value(u"bundleIdentifier"_s).toString(), u"com.acme.writer"_s);
+    QCOMPARE(session.value(u"version"_s).toString(), u"2.1"_s);
+    QCOMPARE(session.value(u"status"_s).toString(), u"ready"_s);
+    QCOMPARE(session.value(u"isSystemProtected"_s).toBool(), false);
 }
 
 QTEST_GUILESS_MAIN(tst_cliScan)

@@ -1,27 +1,16 @@
 // SPDX-License-Identifier: MIT
 // Runs the real quenzo-cli uninstall against a fake Mac.
+#include "support/CliRun.h"
 #include "support/FakeMac.h"
 #include "support/FakeMacRemovalTools.h"
-#include "support/FakeMacTools.h"
 #include "support/TreeFingerprint.h"
 
 #include <QJsonArray>
-#include <QJsonDocument>
 #include <QJsonObject>
-#include <QProcess>
 #include <QTemporaryDir>
 #include <QTest>
 
 using namespace Qt::StringLiterals;
-
-namespace {
-struct Run
-{
-    int exitCode = -1;
-    QString out;
-    QString err;
-};
-} // namespace
 
 class TestCliUninstall : public QObject
 {
@@ -33,21 +22,12 @@ private:
     QString m_app;
     QString m_cache;
 
-    Run cli(const QStringList &options)
+    CliRun cli(const QStringList &options) const
     {
-        QProcess process;
-        process.setStandardInputFile(QProcess::nullDevice()); // no terminal to ask on
-        process.start(
-            QStringLiteral(QUENZO_CLI_PATH),
-            QStringList{u"uninstall"_s, u"--root"_s, m_mac->root(), u"--home"_s, m_mac->home()} +
-                options + QStringList{m_app});
-        if (!process.waitForFinished(120'000))
-            return {};
-        return Run{process.exitCode(), QString::fromUtf8(process.readAllStandardOutput()),
-                   QString::fromUtf8(process.readAllStandardError())};
+        return CliRun::on(u"uninstall"_s, m_mac->root(), m_mac->home(), options, m_app);
     }
 
-    QString trash(const QString &name) const { return m_mac->home() + u"/.Trash/"_s + name; }
+    QString trash(const QString &name) const { return m_mac->trash(name); }
 
 private slots:
     void init()
@@ -55,8 +35,6 @@ private slots:
         m_dir = std::make_unique<QTemporaryDir>();
         QVERIFY(m_dir->isValid());
         m_mac = std::make_unique<FakeMac>(m_dir->path());
-        FakeMacTools::installPkgutil(*m_mac);
-        FakeMacTools::installMdfind(*m_mac);
         FakeMacRemovalTools::install(*m_mac);
         FakeMac::App app;
         app.path = u"/Applications/Writer.app"_s;
@@ -69,7 +47,7 @@ private slots:
 
     void refusesWithoutTerminalOrYes()
     {
-        const Run run = cli({});
+        const CliRun run = cli({});
         QCOMPARE(run.exitCode, 2);
         QVERIFY2(run.err.contains(u"--yes"_s), qPrintable(run.err));
         QVERIFY(QFileInfo::exists(m_app));
@@ -79,7 +57,7 @@ private slots:
     void movesAndStreamsTheLog()
     {
         const QByteArray bundle = TreeFingerprint::of(m_app);
-        const Run run = cli({u"--yes"_s});
+        const CliRun run = cli({u"--yes"_s});
         QCOMPARE(run.exitCode, 0);
         QVERIFY2(run.out.contains(u"Writer: Starting uninstall process for Writer\n"_s),
                  qPrintable(run.out));
@@ -94,14 +72,9 @@ private slots:
 
     void jsonCarriesCountersAndLog()
     {
-        const Run run = cli({u"--yes"_s, u"--json"_s});
+        const CliRun run = cli({u"--yes"_s, u"--json"_s});
         QCOMPARE(run.exitCode, 0);
-        const QJsonObject session = QJsonDocument::fromJson(run.out.toUtf8())
-                                        .object()
-                                        .value(u"sessions"_s)
-                                        .toArray()
-                                        .first()
-                                        .toObject();
+        const QJsonObject session = run.json().value(u"sessions"_s).toArray().first().toObject();
         QCOMPARE(session.value(u"status"_s).toString(), u"completed"_s);
         QCOMPARE(session.value(u"removedCount"_s).toInt(), 2);
         QCOMPARE(session.value(u"failedCount"_s).toInt(), 0);
@@ -117,7 +90,7 @@ private slots:
     {
         m_mac->addTextFile(u"/Library/Application Support/Writer/data"_s, "data");
         m_mac->addTool(u"/bin/mv"_s, "exit 1\n");
-        const Run run = cli({u"--yes"_s});
+        const CliRun run = cli({u"--yes"_s});
         QCOMPARE(run.exitCode, 1);
         QVERIFY2(run.out.contains(u"! Writer: Failed to remove: "_s), qPrintable(run.out));
         QVERIFY(QFileInfo::exists(m_mac->path(u"/Library/Application Support/Writer/data"_s)));

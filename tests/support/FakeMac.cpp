@@ -3,6 +3,7 @@
 
 #include "FakeMacTools.h"
 #include "MachOBuilder.h"
+#include "TreeFingerprint.h"
 
 #include "Platform/PropertyList.h"
 #include "Platform/SystemLayout.h"
@@ -75,6 +76,18 @@ QString FakeMac::path(const QString &macPath) const
     if (macPath.startsWith(QLatin1String("~/")))
         return m_home + macPath.mid(1);
     return m_root + macPath;
+}
+
+QString FakeMac::trash(const QString &name) const
+{
+    return m_home + QStringLiteral("/.Trash/") + name;
+}
+
+QStringList FakeMac::entries() const
+{
+    QStringList result = TreeFingerprint::entries(m_root);
+    result.removeIf([](const QString &entry) { return entry.startsWith(u".fakemac"); });
+    return result;
 }
 
 void FakeMac::activate() const

@@ -39,6 +39,10 @@ public:
     [[nodiscard]] QString home() const { return m_home; }
     // The real path of a Mac path.
     [[nodiscard]] QString path(const QString &macPath) const;
+    // The real path of `name` in the user's Trash.
+    [[nodiscard]] QString trash(const QString &name) const;
+    // Everything below the root but the fake Mac's own records, relative and sorted.
+    [[nodiscard]] QStringList entries() const;
     // Makes this fake Mac the one the program sees (SystemLayout).
     void activate() const;
 

@@ -222,12 +222,17 @@ QUrl WindowFixture::addApp(const QString &macPath, const QString &identifier,
     app.identifier = identifier;
     if (!version.isEmpty())
         app.version = version;
-    if (!color.isEmpty()) {
-        app.info.insert(QStringLiteral("CFBundleIconFile"), QStringLiteral("AppIcon"));
-        m_mac->addTextFile(macPath + QStringLiteral("/Contents/Resources/AppIcon.icns"),
-                           iconFile(QColor(color)));
-    }
-    return QUrl::fromLocalFile(m_mac->addApp(app));
+    app.icon = !color.isEmpty();
+    const QUrl url = QUrl::fromLocalFile(m_mac->addApp(app));
+    if (app.icon)
+        paintIcon(macPath, color);
+    return url;
+}
+
+void WindowFixture::paintIcon(const QString &appMacPath, const QString &color)
+{
+    m_mac->addTextFile(appMacPath + QStringLiteral("/Contents/Resources/AppIcon.icns"),
+                       iconFile(QColor(color)));
 }
 
 QString WindowFixture::addFile(const QString &macPath, qint64 size)

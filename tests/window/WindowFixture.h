@@ -50,6 +50,9 @@ public:
     // (none when empty); returns its file URL.
     Q_INVOKABLE QUrl addApp(const QString &macPath, const QString &identifier,
                             const QString &version = {}, const QString &color = {});
+    // Draws the icon of the app bundle at a Mac path in `color` (Contents/Resources/AppIcon.icns,
+    // as the bundle's Info.plist names it).
+    Q_INVOKABLE void paintIcon(const QString &appMacPath, const QString &color);
     // A file of `size` bytes at a Mac path ("~/..." for the home); returns its real path.
     Q_INVOKABLE QString addFile(const QString &macPath, qint64 size);
     // Whether anything exists at a Mac path ("~/.Trash/Writer.app").

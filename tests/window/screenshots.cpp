@@ -137,7 +137,8 @@ bool shootResults(Shooter &shooter, WindowFixture &fixture)
 
     fixture.setProperty("fullDiskAccess", true);
     viewModel.refreshFullDiskAccess();
-    fixture.holdScan(QStringLiteral("com.mixlabs.studiomixer"));
+    // The first app stays scanning, so its section at the top shows it.
+    fixture.holdScan(QStringLiteral("com.acme.writer"));
     shooter.dropWithoutWaiting({kWriter, kSheets, kChatter, kTunnel, kMixer});
     ok &= waitUntil([&] {
         return std::count_if(viewModel.sessions().cbegin(), viewModel.sessions().cend(),
@@ -216,6 +217,14 @@ int main(int argc, char *argv[])
         qCritical("quenzo-screenshots: %s", qPrintable(error));
         return 2;
     }
+    // The description's icons are placeholders of one pixel; these look like apps.
+    for (const auto &[macPath, color] : {std::pair{kWriter, "#5b6cff"},
+                                         {kSheets, "#2fb86f"},
+                                         {kChatter, "#1fa2ff"},
+                                         {kTunnel, "#ff8a3d"},
+                                         {kMixer, "#c058e8"},
+                                         {kChess, "#8a8f98"}})
+        fixture.paintIcon(macPath, QLatin1String(color));
     fixture.setProperty("fullDiskAccess", false);
 
     QQmlApplicationEngine engine;
