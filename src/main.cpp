@@ -7,8 +7,10 @@
 
 #include <QCommandLineParser>
 #include <QDir>
+#include <QFileInfo>
 #include <QGuiApplication>
 #include <QQmlApplicationEngine>
+#include <QTextStream>
 #include <QUrl>
 #include <QtQml/QQmlExtensionPlugin>
 
@@ -31,6 +33,14 @@ int main(int argc, char *argv[])
     parser.addPositionalArgument(QStringLiteral("app"), QStringLiteral("Apps to scan at start."),
                                  QStringLiteral("[APP...]"));
     parser.process(app);
+    for (const QCommandLineOption *option : {&rootOption, &homeOption}) {
+        const QString folder = parser.value(*option);
+        if (parser.isSet(*option) && !QFileInfo(folder).isDir()) {
+            QTextStream(stderr) << "quenzo: --" << option->names().constFirst() << ' ' << folder
+                                << ": not a folder\n";
+            return 2;
+        }
+    }
     if (parser.isSet(rootOption) || parser.isSet(homeOption))
         SystemLayout::set(parser.isSet(rootOption) ? parser.value(rootOption) : QStringLiteral("/"),
                           parser.value(homeOption));
