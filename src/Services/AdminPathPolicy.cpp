@@ -69,22 +69,6 @@ bool isNewline(char32_t c)
     return (c >= 0x0A && c <= 0x0D) || c == 0x85 || c == 0x2028 || c == 0x2029;
 }
 
-// Control and format characters (Cc, Cf), newlines, and text that is not valid UTF-16 (a lone
-// surrogate cannot reach the shell as the same name).
-bool hasForbiddenCharacter(const QString &text)
-{
-    if (!text.isValidUtf16())
-        return true;
-    const QList<uint> codePoints = text.toUcs4();
-    for (const uint c : codePoints) {
-        const QChar::Category category = QChar::category(char32_t(c));
-        if (category == QChar::Other_Control || category == QChar::Other_Format ||
-            isNewline(char32_t(c)))
-            return true;
-    }
-    return false;
-}
-
 // "." and ".." resolved textually, empty components (repeated or trailing "/") dropped. Case
 // and links are left as they are.
 QString standardized(const QString &absolutePath)
@@ -182,4 +166,18 @@ QStringList AdminPathPolicy::userDarwinDirectories()
             directory.chop(1);
     }
     return directories;
+}
+
+bool AdminPathPolicy::hasForbiddenCharacter(const QString &text)
+{
+    if (!text.isValidUtf16())
+        return true;
+    const QList<uint> codePoints = text.toUcs4();
+    for (const uint c : codePoints) {
+        const QChar::Category category = QChar::category(char32_t(c));
+        if (category == QChar::Other_Control || category == QChar::Other_Format ||
+            isNewline(char32_t(c)))
+            return true;
+    }
+    return false;
 }

@@ -14,6 +14,9 @@ public:
 
     [[nodiscard]] static bool isAllowed(const QString &path);
     [[nodiscard]] static bool isValidPackageID(const QString &id);
+    // Control and format characters (Cc, Cf), newlines, or text that is not valid UTF-16 (a lone
+    // surrogate cannot reach a shell as the same name): text that never goes into the root line.
+    [[nodiscard]] static bool hasForbiddenCharacter(const QString &text);
     // The user's Trash folder: HOME/.Trash.
     [[nodiscard]] static QString trashDirectory();
     // The per-user cache and temporary folders, cache first, without their trailing "/".

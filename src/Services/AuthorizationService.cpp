@@ -9,31 +9,6 @@
 #include <QRegularExpression>
 
 namespace {
-bool isControlOrNewline(char32_t scalar)
-{
-    switch (scalar) {
-    case 0x0A:
-    case 0x0B:
-    case 0x0C:
-    case 0x0D:
-    case 0x85:
-    case 0x2028:
-    case 0x2029:
-        return true;
-    default:
-        break;
-    }
-    const QChar::Category category = QChar::category(scalar);
-    return category == QChar::Other_Control || category == QChar::Other_Format;
-}
-
-bool holdsControlOrNewline(const QString &text)
-{
-    const QList<uint> scalars = text.toUcs4();
-    return std::any_of(scalars.cbegin(), scalars.cend(),
-                       [](uint scalar) { return isControlOrNewline(char32_t(scalar)); });
-}
-
 // A tool of the fake Mac may lie under a folder whose name the shell would split; the real
 // tool paths hold nothing of the kind and stay bare.
 QString toolPath(const QString &macPath)
@@ -121,8 +96,8 @@ QString AuthorizationService::shellQuoted(const QString &text)
 
 bool AuthorizationService::isTrashDestination(const QString &destination)
 {
-    if (!destination.startsWith(QLatin1Char('/')) || !destination.isValidUtf16() ||
-        holdsControlOrNewline(destination))
+    if (!destination.startsWith(QLatin1Char('/')) ||
+        AdminPathPolicy::hasForbiddenCharacter(destination))
         return false;
     if (QDir::cleanPath(destination) != destination)
         return false;
