@@ -2,7 +2,7 @@
 #include "Platform/RenamingTrashMover.h"
 #include "Platform/SystemLayout.h"
 #include "Platform/TrashNaming.h"
-#include "support/FakeMac.h"
+#include "support/TemporaryFakeMac.h"
 #include "support/TreeFingerprint.h"
 
 #include <QTemporaryDir>
@@ -15,21 +15,18 @@ class TestTrashMover : public QObject
     Q_OBJECT
 
 private:
-    std::unique_ptr<QTemporaryDir> m_dir;
-    std::unique_ptr<FakeMac> m_mac;
+    std::unique_ptr<TemporaryFakeMac> m_mac;
 
     QString trash(const QString &name) const { return m_mac->trash(name); }
 
 private slots:
     void init()
     {
-        m_dir = std::make_unique<QTemporaryDir>();
-        QVERIFY(m_dir->isValid());
-        m_mac = std::make_unique<FakeMac>(m_dir->path());
-        m_mac->activate();
+        m_mac = std::make_unique<TemporaryFakeMac>();
+        QVERIFY(m_mac->isValid());
     }
 
-    void cleanup() { SystemLayout::reset(); }
+    void cleanup() { m_mac.reset(); }
 
     void freeNames_data()
     {

@@ -1,9 +1,9 @@
 // SPDX-License-Identifier: MIT
 #include "Platform/SystemLayout.h"
 #include "Services/AuthorizationService.h"
-#include "support/FakeMac.h"
 #include "support/FakeMacRemovalTools.h"
 #include "support/FakePrivilegedShell.h"
+#include "support/TemporaryFakeMac.h"
 
 #include <QProcess>
 #include <QTemporaryDir>
@@ -53,8 +53,7 @@ class TestAuthorizationService : public QObject
     Q_OBJECT
 
 private:
-    std::unique_ptr<QTemporaryDir> m_dir;
-    std::unique_ptr<FakeMac> m_mac;
+    std::unique_ptr<TemporaryFakeMac> m_mac;
 
     QString path(const QString &macPath) const { return m_mac->path(macPath); }
     QString trash(const QString &name) const { return m_mac->trash(name); }
@@ -62,18 +61,16 @@ private:
 private slots:
     void init()
     {
-        m_dir = std::make_unique<QTemporaryDir>();
-        QVERIFY(m_dir->isValid());
-        m_mac = std::make_unique<FakeMac>(m_dir->path());
-        m_mac->activate();
+        m_mac = std::make_unique<TemporaryFakeMac>();
+        QVERIFY(m_mac->isValid());
         FakeMacRemovalTools::install(*m_mac);
-        QDir::setCurrent(m_dir->path());
+        QDir::setCurrent(m_mac->root());
     }
 
     void cleanup()
     {
         QDir::setCurrent(QDir::tempPath());
-        SystemLayout::reset();
+        m_mac.reset();
     }
 
     void quotingKeepsEveryCharacter_data()
@@ -248,7 +245,7 @@ private slots:
             QVERIFY2(moved.open(QIODevice::ReadOnly), qPrintable(name));
             QCOMPARE(moved.readAll(), name.toUtf8());
         }
-        QVERIFY(!QFileInfo::exists(m_dir->filePath(u"pwned"_s)));
+        QVERIFY(!QFileInfo::exists(m_mac->root() + u"/pwned"_s));
     }
 
     void moveNeverReplacesAnItem()

@@ -6,11 +6,11 @@
 #include "Platform/TrashMover.h"
 #include "Services/AuthorizationService.h"
 #include "Services/UninstallService.h"
-#include "support/FakeMac.h"
 #include "support/FakeMacRemovalTools.h"
 #include "support/FakePrivilegedShell.h"
 #include "support/LongNames.h"
 #include "support/SessionRun.h"
+#include "support/TemporaryFakeMac.h"
 #include "support/TreeFingerprint.h"
 
 #include <QDir>
@@ -53,8 +53,7 @@ class tst_RemovalFaults : public QObject
     Q_OBJECT
 
 private:
-    std::unique_ptr<QTemporaryDir> m_dir;
-    std::unique_ptr<FakeMac> m_mac;
+    std::unique_ptr<TemporaryFakeMac> m_mac;
     QString m_bundle;
     std::shared_ptr<FakePrivilegedShell> m_shell;
 
@@ -100,19 +99,13 @@ private:
 private slots:
     void init()
     {
-        m_dir = std::make_unique<QTemporaryDir>();
-        m_mac = std::make_unique<FakeMac>(m_dir->path());
-        m_mac->activate();
+        m_mac = std::make_unique<TemporaryFakeMac>();
+        QVERIFY(m_mac->isValid());
         FakeMacRemovalTools::install(*m_mac);
         m_bundle = m_mac->addFolder(u"/Applications/Writer.app"_s);
     }
 
-    void cleanup()
-    {
-        m_mac.reset();
-        m_dir.reset();
-        SystemLayout::reset();
-    }
+    void cleanup() { m_mac.reset(); }
 
     void refusedItemStaysInPlace_data()
     {

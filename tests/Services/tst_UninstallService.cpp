@@ -3,11 +3,11 @@
 #include "Platform/TrashNaming.h"
 #include "Services/AuthorizationService.h"
 #include "Services/UninstallService.h"
-#include "support/FakeMac.h"
 #include "support/FakeMacRemovalTools.h"
 #include "support/FakeMacTools.h"
 #include "support/FakePrivilegedShell.h"
 #include "support/SessionRun.h"
+#include "support/TemporaryFakeMac.h"
 #include "support/TreeFingerprint.h"
 
 #include <QProcess>
@@ -29,8 +29,7 @@ class TestUninstallService : public QObject
     Q_OBJECT
 
 private:
-    std::unique_ptr<QTemporaryDir> m_dir;
-    std::unique_ptr<FakeMac> m_mac;
+    std::unique_ptr<TemporaryFakeMac> m_mac;
     std::shared_ptr<FakePrivilegedShell> m_shell;
     QSet<QString> m_unwritable; // folders the "user" may not write
 
@@ -145,9 +144,8 @@ private:
 private slots:
     void init()
     {
-        m_dir = std::make_unique<QTemporaryDir>();
-        QVERIFY(m_dir->isValid());
-        m_mac = std::make_unique<FakeMac>(m_dir->path());
+        m_mac = std::make_unique<TemporaryFakeMac>();
+        QVERIFY(m_mac->isValid());
         m_mac->setDarwinUserDirectories(u"/private/var/folders/zz/abc/C"_s,
                                         u"/private/var/folders/zz/abc/T"_s);
         m_mac->activate();
@@ -155,7 +153,7 @@ private slots:
         m_unwritable.clear();
     }
 
-    void cleanup() { SystemLayout::reset(); }
+    void cleanup() { m_mac.reset(); }
 
     void batchMovesEverythingWithOnePrivilegedRun()
     {

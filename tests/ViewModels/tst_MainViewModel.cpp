@@ -3,7 +3,7 @@
 #include "Services/FileDiscoveryService.h"
 #include "Services/UninstallService.h"
 #include "ViewModels/MainViewModel.h"
-#include "support/FakeMac.h"
+#include "support/TemporaryFakeMac.h"
 
 #include <QSignalSpy>
 #include <QTemporaryDir>
@@ -57,8 +57,7 @@ class TestMainViewModel : public QObject
     Q_OBJECT
 
 private:
-    std::unique_ptr<QTemporaryDir> m_dir;
-    std::unique_ptr<FakeMac> m_mac;
+    std::unique_ptr<TemporaryFakeMac> m_mac;
     std::shared_ptr<HeldUninstall> m_uninstall;
 
     std::unique_ptr<MainViewModel>
@@ -93,11 +92,10 @@ private:
 private slots:
     void init()
     {
-        m_dir = std::make_unique<QTemporaryDir>();
-        m_mac = std::make_unique<FakeMac>(m_dir->path());
-        m_mac->activate();
+        m_mac = std::make_unique<TemporaryFakeMac>();
+        QVERIFY(m_mac->isValid());
     }
-    void cleanup() { SystemLayout::reset(); }
+    void cleanup() { m_mac.reset(); }
 
     void dropWithoutAppsOnlySetsTheNotice()
     {

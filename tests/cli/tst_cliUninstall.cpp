@@ -1,8 +1,8 @@
 // SPDX-License-Identifier: MIT
 // Runs the real quenzo-cli uninstall against a fake Mac.
 #include "support/CliRun.h"
-#include "support/FakeMac.h"
 #include "support/FakeMacRemovalTools.h"
+#include "support/TemporaryFakeMac.h"
 #include "support/TreeFingerprint.h"
 
 #include <QJsonArray>
@@ -17,8 +17,7 @@ class TestCliUninstall : public QObject
     Q_OBJECT
 
 private:
-    std::unique_ptr<QTemporaryDir> m_dir;
-    std::unique_ptr<FakeMac> m_mac;
+    std::unique_ptr<TemporaryFakeMac> m_mac;
     QString m_app;
     QString m_cache;
 
@@ -32,9 +31,8 @@ private:
 private slots:
     void init()
     {
-        m_dir = std::make_unique<QTemporaryDir>();
-        QVERIFY(m_dir->isValid());
-        m_mac = std::make_unique<FakeMac>(m_dir->path());
+        m_mac = std::make_unique<TemporaryFakeMac>();
+        QVERIFY(m_mac->isValid());
         FakeMacRemovalTools::install(*m_mac);
         FakeMac::App app;
         app.path = u"/Applications/Writer.app"_s;
