@@ -5,7 +5,6 @@
 #include "support/TemporaryFakeMac.h"
 #include "support/TreeFingerprint.h"
 
-#include <QTemporaryDir>
 #include <QTest>
 
 using namespace Qt::StringLiterals;

@@ -11,7 +11,6 @@
 #include "support/TreeFingerprint.h"
 
 #include <QProcess>
-#include <QTemporaryDir>
 #include <QTest>
 
 using namespace Qt::StringLiterals;

@@ -6,7 +6,6 @@
 #include "support/TemporaryFakeMac.h"
 
 #include <QSignalSpy>
-#include <QTemporaryDir>
 #include <QTest>
 
 using namespace Qt::StringLiterals;

@@ -7,7 +7,6 @@
 
 #include <QJsonArray>
 #include <QJsonObject>
-#include <QTemporaryDir>
 #include <QTest>
 
 using namespace Qt::StringLiterals;
