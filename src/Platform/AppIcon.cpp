@@ -8,6 +8,8 @@
 #include "mac/WorkspaceIcon.h"
 #endif
 
+#include "SafeFile.h"
+
 #include <QFile>
 #include <QFileInfo>
 
@@ -45,13 +47,7 @@ bool isLarger(const QByteArray &candidate, quint64 area, const QByteArray &best,
 
 std::optional<QByteArray> readIcns(const QString &path)
 {
-    QFile file(path);
-    if (!file.open(QIODevice::ReadOnly) || file.size() > kMaximumIcnsSize)
-        return std::nullopt;
-    QByteArray bytes = file.read(kMaximumIcnsSize + 1);
-    if (bytes.size() > kMaximumIcnsSize)
-        return std::nullopt;
-    return bytes;
+    return SafeFile::read(path, kMaximumIcnsSize);
 }
 
 } // namespace

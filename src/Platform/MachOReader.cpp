@@ -3,9 +3,12 @@
 
 #include "PropertyList.h"
 
+#include "SafeFile.h"
+
 #include <QFile>
 #include <QFileInfo>
 #include <QtEndian>
+#include <unistd.h>
 
 namespace MachOReader {
 
@@ -168,11 +171,14 @@ std::optional<QByteArray> entitlementsData(QIODevice &device)
 std::optional<QVariantMap> entitlements(const QString &executablePath)
 {
     // A regular file only: opening a FIFO planted in a bundle would block.
-    if (!QFileInfo(executablePath).isFile())
+    const int fd =
+        SafeFile::openRegular(QFile::encodeName(executablePath), SafeFile::Links::follow);
+    QFile file;
+    if (fd < 0 || !file.open(fd, QIODevice::ReadOnly, QFileDevice::AutoCloseHandle)) {
+        if (fd >= 0)
+            ::close(fd);
         return std::nullopt;
-    QFile file(executablePath);
-    if (!file.open(QIODevice::ReadOnly))
-        return std::nullopt;
+    }
     const auto data = entitlementsData(file);
     if (!data)
         return std::nullopt;

@@ -12,21 +12,21 @@ namespace {
 constexpr int kPkexecDismissed = 126;
 } // namespace
 
-PrivilegedShell::Result PkexecShell::run(const QString &commandLine, const QString &) const
+PrivilegedShell::Result PkexecShell::run(const QString &program, const QStringList &arguments,
+                                         const QByteArray &input) const
 {
-    const QStringList shellArguments{QStringLiteral("/bin/sh"), QStringLiteral("-c"), commandLine};
     UntimedProcess finished;
     if (geteuid() == 0) {
-        finished = UntimedProcess::run(shellArguments.first(), shellArguments.mid(1));
+        finished = UntimedProcess::run(program, arguments, input);
     } else {
         QString pkexec = QStandardPaths::findExecutable(QStringLiteral("pkexec"));
         if (pkexec.isEmpty())
             pkexec = QStringLiteral("/usr/bin/pkexec");
-        finished = UntimedProcess::run(pkexec, shellArguments);
+        finished = UntimedProcess::run(pkexec, QStringList{program} + arguments, input);
         if (finished.started && finished.status == kPkexecDismissed)
-            return Result{Outcome::canceled, {}};
+            return Result{Outcome::canceled, {}, {}};
     }
     if (finished.started && finished.status == 0)
-        return Result{Outcome::completed, {}};
-    return Result{Outcome::failed, finished.failureMessage()};
+        return Result{Outcome::completed, {}, finished.output};
+    return Result{Outcome::failed, finished.failureMessage(), {}};
 }

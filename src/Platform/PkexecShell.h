@@ -3,11 +3,11 @@
 
 #include "PrivilegedShell.h"
 
-// Linux: `pkexec /bin/sh -c LINE` (status 126: the user dismissed the dialog), or plain
-// `/bin/sh -c LINE` when this process already is root. The AppleScript source is not used.
+// Linux: `pkexec PROGRAM ARGUMENTS...` with the input on its standard input (status 126: the
+// user dismissed the dialog), or the program itself when this process already is root.
 class PkexecShell : public PrivilegedShell
 {
 public:
-    [[nodiscard]] Result run(const QString &commandLine,
-                             const QString &appleScriptSource) const override;
+    [[nodiscard]] Result run(const QString &program, const QStringList &arguments,
+                             const QByteArray &input) const override;
 };

@@ -1,13 +1,15 @@
 // SPDX-License-Identifier: MIT
 #pragma once
 
+#include <QByteArray>
 #include <QString>
+#include <QStringList>
 #include <memory>
 
-// Runs one shell command line as root after the user authenticated once: the AppleScript source
-// ("do shell script ... with administrator privileges") through osascript on macOS, the line
-// through pkexec on Linux. Blocking while the password prompt is up: call it off the GUI thread.
-// Tests pass a fake.
+// Runs one program as root after the user authenticated once: through pkexec on Linux (or
+// directly when already root), through osascript's "do shell script ... with administrator
+// privileges" on macOS. The program gets `input` as its batch. Blocking while the password
+// prompt is up: call it off the GUI thread. Tests pass a fake.
 class PrivilegedShell
 {
 public:
@@ -15,12 +17,13 @@ public:
     struct Result
     {
         Outcome outcome = Outcome::failed;
-        QString message; // why it failed; empty otherwise
+        QString message;   // why it failed; empty otherwise
+        QByteArray output; // the program's standard output, when it ran
     };
 
     virtual ~PrivilegedShell() = default;
-    [[nodiscard]] virtual Result run(const QString &commandLine,
-                                     const QString &appleScriptSource) const = 0;
+    [[nodiscard]] virtual Result run(const QString &program, const QStringList &arguments,
+                                     const QByteArray &input) const = 0;
 
     // OsascriptShell on macOS, PkexecShell elsewhere.
     [[nodiscard]] static std::shared_ptr<const PrivilegedShell> system();

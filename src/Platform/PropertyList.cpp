@@ -2,9 +2,9 @@
 #include "PropertyList.h"
 
 #include "PropertyListGuard.h"
+#include "SafeFile.h"
 
 #include <QDateTime>
-#include <QFile>
 #include <QMetaType>
 
 #include <cstdlib>
@@ -178,14 +178,10 @@ std::optional<QVariant> parse(const QByteArray &bytes)
 
 std::optional<QVariant> read(const QString &path)
 {
-    QFile file(path);
-    if (!file.open(QIODevice::ReadOnly) || file.size() > kMaximumSize)
+    const auto bytes = SafeFile::read(path, kMaximumSize);
+    if (!bytes)
         return std::nullopt;
-    // The file may grow between the size check and the read.
-    const QByteArray bytes = file.read(kMaximumSize + 1);
-    if (bytes.size() > kMaximumSize)
-        return std::nullopt;
-    return parse(bytes);
+    return parse(*bytes);
 }
 
 std::optional<QVariantMap> readDictionary(const QString &path)

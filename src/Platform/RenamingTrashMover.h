@@ -3,8 +3,8 @@
 
 #include "TrashMover.h"
 
-// A rename into HOME/.Trash (of SystemLayout) under a free name, never replacing anything and
-// never copying.
+// A link-proof rename (LinkProofMove) into HOME/.Trash of SystemLayout under a free name, never
+// replacing anything and never copying.
 class RenamingTrashMover : public TrashMover
 {
 public:

@@ -2,6 +2,7 @@
 #include "SystemLayout.h"
 
 #include "NativeServices.h"
+#include "SafeFile.h"
 
 #include <QDir>
 #include <QFile>
@@ -119,10 +120,11 @@ QStringList SystemLayout::darwinUserDirectories()
 #endif
     if (!isFakeRoot())
         return result;
-    QFile file(g_root + QStringLiteral("/.fakemac/darwin-user-dirs"));
-    if (!file.open(QIODevice::ReadOnly))
+    const auto bytes = SafeFile::read(g_root + QStringLiteral("/.fakemac/darwin-user-dirs"), 65536,
+                                      SafeFile::Links::refuse);
+    if (!bytes)
         return result;
-    const QStringList lines = QString::fromUtf8(file.readAll()).split(QLatin1Char('\n'));
+    const QStringList lines = QString::fromUtf8(*bytes).split(QLatin1Char('\n'));
     for (const QString &line : lines) {
         if (!line.isEmpty() && result.size() < 2)
             result.append(line);

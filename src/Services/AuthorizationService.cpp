@@ -3,21 +3,16 @@
 
 #include "Platform/PrivilegedShell.h"
 #include "Platform/SystemLayout.h"
+#include "Platform/TrustedProgram.h"
 #include "Services/AdminPathPolicy.h"
+#include "Services/PrivilegedHelper.h"
 
-#include <QDir>
-#include <QRegularExpression>
+#include <QCoreApplication>
+#include <QFile>
+
+#include <unistd.h>
 
 namespace {
-// A tool of the fake Mac may lie under a folder whose name the shell would split; the real
-// tool paths hold nothing of the kind and stay bare.
-QString toolPath(const QString &macPath)
-{
-    static const QRegularExpression plain(QStringLiteral("^[A-Za-z0-9/._+-]+$"));
-    const QString path = SystemLayout::path(macPath);
-    return plain.match(path).hasMatch() ? path : AuthorizationService::shellQuoted(path);
-}
-
 AuthorizationError errorOf(const PrivilegedShell::Result &result)
 {
     if (result.outcome == PrivilegedShell::Outcome::canceled)
@@ -29,79 +24,68 @@ AuthorizationError errorOf(const PrivilegedShell::Result &result)
 
 AuthorizationService::AuthorizationService() : AuthorizationService(PrivilegedShell::system()) {}
 
-AuthorizationService::AuthorizationService(std::shared_ptr<const PrivilegedShell> shell)
-    : m_shell(std::move(shell))
+AuthorizationService::AuthorizationService(std::shared_ptr<const PrivilegedShell> shell,
+                                           QString helper)
+    : m_shell(std::move(shell)), m_helper(std::move(helper))
 {}
 
-std::optional<AuthorizationError> AuthorizationService::removeWithAdminPrivileges(
+AuthorizationService::Report AuthorizationService::removeWithAdminPrivileges(
     const QList<Move> &moves, const QStringList &daemonPlists, const QStringList &packageIDs) const
 {
-    const QStringList vetted = commands(moves, daemonPlists, packageIDs);
+    const QList<HelperRecord> vetted = commands(moves, daemonPlists, packageIDs);
     if (vetted.isEmpty())
-        return std::nullopt;
-    const QString line = commandLine(vetted);
-    const PrivilegedShell::Result result = m_shell->run(line, appleScriptSource(line));
-    if (result.outcome == PrivilegedShell::Outcome::completed)
-        return std::nullopt;
-    return errorOf(result);
+        return {};
+    // Refused before the prompt: the user is never asked to run what others could change.
+    if (const QString refusal = TrustedProgram::refusal(m_helper); !refusal.isEmpty())
+        return Report{AuthorizationError::deletionFailed(refusal), {}, {}};
+    const QStringList arguments{QStringLiteral("--root"), SystemLayout::root(),
+                                QStringLiteral("--home"), SystemLayout::home(),
+                                QStringLiteral("--user"), QString::number(::getuid())};
+    const PrivilegedShell::Result result =
+        m_shell->run(m_helper, arguments, HelperBatch::encode(vetted));
+    if (result.outcome != PrivilegedShell::Outcome::completed)
+        return Report{errorOf(result), {}, {}};
+    // One result per command, in order, each about its own command's item.
+    const auto records = HelperBatch::parseResults(result.output);
+    if (!records || records->size() != vetted.size())
+        return Report{AuthorizationError::deletionFailed(
+                          QStringLiteral("The helper's answer was unreadable")),
+                      {},
+                      {}};
+    Report report;
+    for (qsizetype i = 0; i < vetted.size(); ++i) {
+        const HelperRecord &record = records->at(i);
+        if (record.fields.at(0) != vetted.at(i).fields.at(0))
+            continue;
+        (vetted.at(i).word == "move" ? report.moves : report.others)
+            .insert(record.fields.at(0), record);
+    }
+    return report;
 }
 
-QStringList AuthorizationService::commands(const QList<Move> &moves,
-                                           const QStringList &daemonPlists,
-                                           const QStringList &packageIDs)
+QList<HelperRecord> AuthorizationService::commands(const QList<Move> &moves,
+                                                   const QStringList &daemonPlists,
+                                                   const QStringList &packageIDs)
 {
-    QStringList result;
-    const QString launchctl = toolPath(QStringLiteral("/bin/launchctl"));
+    QList<HelperRecord> result;
     for (const QString &plist : daemonPlists) {
         if (AdminPathPolicy::isAllowed(plist))
-            result.append(launchctl + QStringLiteral(" bootout system ") + shellQuoted(plist) +
-                          QStringLiteral(" >/dev/null 2>&1"));
+            result.append(HelperRecord{"bootout", {QFile::encodeName(plist)}});
     }
-    const QString pkgutil = toolPath(QStringLiteral("/usr/sbin/pkgutil"));
     for (const QString &id : packageIDs) {
         if (AdminPathPolicy::isValidPackageID(id))
-            result.append(pkgutil + QStringLiteral(" --forget ") + shellQuoted(id) +
-                          QStringLiteral(" >/dev/null 2>&1"));
+            result.append(HelperRecord{"forget", {id.toUtf8()}});
     }
-    const QString mv = toolPath(QStringLiteral("/bin/mv"));
+    const QString trash = AdminPathPolicy::trashDirectory();
     for (const Move &move : moves) {
-        if (AdminPathPolicy::isAllowed(move.source) && isTrashDestination(move.destination))
-            result.append(mv + QStringLiteral(" -n -- ") + shellQuoted(move.source) +
-                          QLatin1Char(' ') + shellQuoted(move.destination));
+        if (PrivilegedHelper::isAllowedMove(move.source, move.destination, trash))
+            result.append(HelperRecord{
+                "move", {QFile::encodeName(move.source), QFile::encodeName(move.destination)}});
     }
     return result;
 }
 
-QString AuthorizationService::commandLine(const QStringList &commands)
+QString AuthorizationService::defaultHelper()
 {
-    return commands.join(QStringLiteral("; ")) + QStringLiteral("; exit 0");
-}
-
-QString AuthorizationService::appleScriptSource(const QString &commandLine)
-{
-    // Backslashes first, so the ones added before quotes are not doubled again.
-    QString escaped = commandLine;
-    escaped.replace(QLatin1Char('\\'), QStringLiteral("\\\\"));
-    escaped.replace(QLatin1Char('"'), QStringLiteral("\\\""));
-    return QStringLiteral("do shell script \"") + escaped +
-           QStringLiteral("\" with administrator privileges");
-}
-
-QString AuthorizationService::shellQuoted(const QString &text)
-{
-    QString quoted = text;
-    quoted.replace(QLatin1Char('\''), QStringLiteral("'\\''"));
-    return QLatin1Char('\'') + quoted + QLatin1Char('\'');
-}
-
-bool AuthorizationService::isTrashDestination(const QString &destination)
-{
-    if (!destination.startsWith(QLatin1Char('/')) ||
-        AdminPathPolicy::hasForbiddenCharacter(destination))
-        return false;
-    if (QDir::cleanPath(destination) != destination)
-        return false;
-    const qsizetype slash = destination.lastIndexOf(QLatin1Char('/'));
-    const QString parent = destination.left(slash);
-    return parent == AdminPathPolicy::trashDirectory() && slash + 1 < destination.size();
+    return QCoreApplication::applicationDirPath() + QStringLiteral("/quenzo-privileged-helper");
 }

@@ -1,8 +1,11 @@
 // SPDX-License-Identifier: MIT
 #pragma once
 
+#include "Platform/HelperBatch.h"
 #include "Services/AuthorizationError.h"
 
+#include <QByteArray>
+#include <QHash>
 #include <QList>
 #include <QString>
 #include <QStringList>
@@ -11,41 +14,46 @@
 
 class PrivilegedShell;
 
-// Everything the user's own rights cannot do, in one script run as root after one prompt:
-// boot launch daemons out, forget installer receipts, move items into the user's Trash. Every
-// path and identifier is vetted by AdminPathPolicy and single-quoted; what fails the vetting
-// is left out silently. Nothing is ever deleted: the script only moves, with mv -n.
+// Everything the user's own rights cannot do, in one run of Quenzo's privileged helper after
+// one prompt: boot launch daemons out, forget installer receipts, move items into the user's
+// Trash. Only what AdminPathPolicy allows is sent (the helper checks it again); the helper is
+// run only when TrustedProgram accepts it. Nothing is ever deleted.
 class AuthorizationService
 {
 public:
     struct Move
     {
         QString source;      // the item, an absolute path
-        QString destination; // its new path directly inside the user's Trash
+        QString destination; // its wished-for path directly inside the user's Trash
+    };
+    // What the helper said about each command, keyed by its item's bytes: the source path of
+    // a move; the plist path of a boot-out or the identifier of a forgotten package.
+    struct Report
+    {
+        std::optional<AuthorizationError> error; // the helper did not run through
+        QHash<QByteArray, HelperRecord> moves;
+        QHash<QByteArray, HelperRecord> others;
     };
 
     AuthorizationService();
-    explicit AuthorizationService(std::shared_ptr<const PrivilegedShell> shell);
+    // `helper`: the helper executable; by default the one beside this program.
+    explicit AuthorizationService(std::shared_ptr<const PrivilegedShell> shell,
+                                  QString helper = defaultHelper());
 
-    // Nothing when the script ran or there was nothing to run. Blocks while the password
-    // prompt is up: call it off the GUI thread.
-    [[nodiscard]] std::optional<AuthorizationError>
-    removeWithAdminPrivileges(const QList<Move> &moves, const QStringList &daemonPlists,
-                              const QStringList &packageIDs) const;
+    // No prompt when nothing passes the policy. Blocks while the password prompt is up: call
+    // it off the GUI thread.
+    [[nodiscard]] Report removeWithAdminPrivileges(const QList<Move> &moves,
+                                                   const QStringList &daemonPlists,
+                                                   const QStringList &packageIDs) const;
 
     // The vetted commands in their fixed order: boot-outs, forgets, moves.
-    [[nodiscard]] static QStringList commands(const QList<Move> &moves,
-                                              const QStringList &daemonPlists,
-                                              const QStringList &packageIDs);
-    // The commands joined into one line that always exits 0.
-    [[nodiscard]] static QString commandLine(const QStringList &commands);
-    // "do shell script \"LINE\" with administrator privileges", LINE escaped for AppleScript.
-    [[nodiscard]] static QString appleScriptSource(const QString &commandLine);
-    // One single-quoted shell word holding exactly `text`.
-    [[nodiscard]] static QString shellQuoted(const QString &text);
-    // Whether `destination` names an item directly inside the user's Trash.
-    [[nodiscard]] static bool isTrashDestination(const QString &destination);
+    [[nodiscard]] static QList<HelperRecord> commands(const QList<Move> &moves,
+                                                      const QStringList &daemonPlists,
+                                                      const QStringList &packageIDs);
+    // quenzo-privileged-helper in the folder of the running executable.
+    [[nodiscard]] static QString defaultHelper();
 
 private:
     std::shared_ptr<const PrivilegedShell> m_shell;
+    QString m_helper;
 };

@@ -10,6 +10,8 @@
 #include "Services/PreferenceDomains.h"
 #include "Services/ProcessService.h"
 
+#include <QFile>
+
 #include <limits>
 
 namespace {
@@ -25,6 +27,14 @@ QString parentFolder(const QString &path)
 {
     const qsizetype slash = path.lastIndexOf(QLatin1Char('/'));
     return slash <= 0 ? QStringLiteral("/") : path.left(slash);
+}
+
+// A name that was not valid UTF-8 on disk reached us with replacement characters: moving or
+// looking up the re-encoded name would touch another file or none at all.
+bool isFaithfulName(const QString &path)
+{
+    return !path.contains(QChar::ReplacementCharacter) && path.isValidUtf16() &&
+           QFile::decodeName(QFile::encodeName(path)) == path;
 }
 
 qint64 totalSize(const QList<FileItem> &items)
@@ -142,6 +152,10 @@ bool UninstallRun::requiresElevatedPrivileges(const QString &path) const
 void UninstallRun::trashFiles(UninstallPlan &plan) const
 {
     for (const FileItem &item : std::as_const(plan.trashFiles)) {
+        if (!isFaithfulName(item.path)) {
+            fail(plan, item, kCouldNotMove);
+            continue;
+        }
         if (!TrashNaming::itemExists(item.path)) {
             plan.removed.append(item);
             continue;
@@ -166,6 +180,8 @@ void UninstallRun::removeAdminFiles(QList<UninstallPlan> &plans) const
     QStringList packageIDs;
     for (const UninstallPlan &plan : std::as_const(plans)) {
         for (const FileItem &item : plan.adminFiles) {
+            if (!isFaithfulName(item.path))
+                continue;
             moves.append({item.path, trashDestination(item.path, reserved)});
             if (item.category == FileCategory::launchDaemons)
                 daemonPlists.append(item.path);
@@ -188,30 +204,50 @@ void UninstallRun::removeAdminFiles(QList<UninstallPlan> &plans) const
             log(plan.session.get(),
                 QStringLiteral("Asking for administrator permission for %1 items").arg(count));
     }
-    const auto error =
+    const AuthorizationService::Report report =
         m_dependencies.authorization->removeWithAdminPrivileges(moves, daemonPlists, packageIDs);
-    const QString reason = error ? error->message() : kCouldNotMove;
     for (UninstallPlan &plan : plans)
-        judge(plan, reason);
+        judge(plan, report);
 }
 
-void UninstallRun::judge(UninstallPlan &plan, const QString &reason) const
+void UninstallRun::judge(UninstallPlan &plan, const AuthorizationService::Report &report) const
 {
-    // Only absence counts: the script always succeeds, and a refused item simply stays.
-    for (const FileItem &item : plan.adminFiles + plan.receipts) {
-        if (TrashNaming::itemExists(item.path)) {
-            plan.failed.append(item);
+    // A move counts only on the helper's word that the very item left its place for the Trash
+    // (or was already gone); a receipt only when it is gone.
+    QStringList reasons;
+    for (const FileItem &item : std::as_const(plan.adminFiles)) {
+        const HelperRecord result = report.moves.value(QFile::encodeName(item.path));
+        if (!report.error && isFaithfulName(item.path) &&
+            (result.word == "moved" || result.word == "done")) {
+            plan.removed.append(item);
             log(plan.session.get(),
-                QStringLiteral("Failed to remove: ") + item.displayPath() + QStringLiteral(" - ") +
-                    reason,
-                false);
+                QStringLiteral("Moved to trash (admin): ") + item.displayPath());
+            continue;
+        }
+        fail(plan, item, report.error ? report.error->message() : kCouldNotMove);
+        if (result.word == "failed" && !reasons.contains(QString::fromUtf8(result.fields.at(1))))
+            reasons.append(QString::fromUtf8(result.fields.at(1)));
+    }
+    // Why, once per reason: a refused Trash or a linked folder explains a whole run of failures.
+    for (const QString &reason : std::as_const(reasons))
+        log(plan.session.get(), QStringLiteral("Not moved as administrator: ") + reason, false);
+    for (const FileItem &item : std::as_const(plan.receipts)) {
+        if (TrashNaming::itemExists(item.path)) {
+            fail(plan, item, report.error ? report.error->message() : kCouldNotMove);
         } else {
             plan.removed.append(item);
             log(plan.session.get(),
-                item.packageID ? QStringLiteral("Forgot installer receipt: ") + *item.packageID
-                               : QStringLiteral("Moved to trash (admin): ") + item.displayPath());
+                QStringLiteral("Forgot installer receipt: ") + item.packageID.value_or(QString()));
         }
     }
+}
+
+void UninstallRun::fail(UninstallPlan &plan, const FileItem &item, const QString &reason)
+{
+    plan.failed.append(item);
+    log(plan.session.get(),
+        QStringLiteral("Failed to remove: ") + item.displayPath() + QStringLiteral(" - ") + reason,
+        false);
 }
 
 void UninstallRun::finish(UninstallPlan &plan) const

@@ -1,6 +1,7 @@
 // SPDX-License-Identifier: MIT
 #pragma once
 
+#include "Services/AuthorizationService.h"
 #include "Services/UninstallPlan.h"
 #include "Services/UninstallService.h"
 
@@ -26,7 +27,8 @@ private:
 
     void trashFiles(UninstallPlan &plan) const;
     void removeAdminFiles(QList<UninstallPlan> &plans) const;
-    void judge(UninstallPlan &plan, const QString &reason) const;
+    void judge(UninstallPlan &plan, const AuthorizationService::Report &report) const;
+    static void fail(UninstallPlan &plan, const FileItem &item, const QString &reason);
     void finish(UninstallPlan &plan) const;
     void flushPreferencesAndRegistrations(const UninstallPlan &plan) const;
 

@@ -4,6 +4,7 @@
 #include "Platform/OsascriptShell.h"
 
 #include <QFile>
+#include <QProcess>
 #include <QTemporaryDir>
 #include <QTest>
 
@@ -86,25 +87,47 @@ private slots:
         QFETCH(int, status);
         QFETCH(PrivilegedShell::Outcome, outcome);
         QFETCH(QString, message);
-        const auto result = OsascriptShell(standIn(output, status)).run(u"ignored"_s, u"src"_s);
+        const auto result = OsascriptShell(standIn(output, status)).run(u"/helper"_s, {}, {});
         QCOMPARE(result.outcome, outcome);
         QCOMPARE(result.message, message);
     }
 
-    // No shell between: quotes, backslashes and blanks reach osascript as they are.
-    void passesTheSourceAsOneArgument()
+    // The helper's words go through an AppleScript literal and then a shell: whatever they
+    // hold, the shell must hand exactly them to the program, and the batch file comes last.
+    void wordsSurviveTheScriptAndTheShell()
     {
-        const QString source = u"do shell script \"/bin/mv -n -- '/A b/It'\\\\''s' '/T/x'; exit 0\""
-                               u" with administrator privileges"_s;
-        const auto result = OsascriptShell(standIn({}, 0)).run(u"/bin/mv ..."_s, source);
+        const QStringList words{u"/A b/quenzo-privileged-helper"_s, u"--root"_s,
+                                u"/it's \\ \"dq\" $(x) `y` ; z"_s, u"-n"_s, u"Ünïcødé"_s};
+        const auto result =
+            OsascriptShell(standIn({}, 0)).run(words.first(), words.mid(1), "batch"_ba);
         QCOMPARE(result.outcome, PrivilegedShell::Outcome::completed);
-        QCOMPARE(recordedArguments(), QStringList({u"-e"_s, source}));
+        const QStringList arguments = recordedArguments();
+        QCOMPARE(arguments.size(), 2);
+        const QString opening = u"do shell script \""_s;
+        const QString closing = u"\" with administrator privileges without altering line endings"_s;
+        QVERIFY(arguments.at(1).startsWith(opening) && arguments.at(1).endsWith(closing));
+        const QString body = arguments.at(1).mid(
+            opening.size(), arguments.at(1).size() - opening.size() - closing.size());
+        QString line; // read back as osascript does: \\ is one backslash, \" a quote
+        for (qsizetype i = 0; i < body.size(); ++i) {
+            QVERIFY2(body.at(i) != u'"', "an unescaped quote ends the literal early");
+            if (body.at(i) == u'\\' && i + 1 < body.size())
+                ++i;
+            line.append(body.at(i));
+        }
+        QProcess shell;
+        shell.start(u"/bin/sh"_s, {u"-c"_s, u"printf '%s\\0' "_s + line});
+        QVERIFY(shell.waitForFinished());
+        QStringList heard = QString::fromUtf8(shell.readAllStandardOutput()).split(QChar(u'\0'));
+        heard.removeLast();
+        QCOMPARE(heard.mid(0, words.size()), words);
+        QCOMPARE(heard.value(words.size()), u"--batch"_s);
     }
 
     void missingProgramFails()
     {
         const auto result =
-            OsascriptShell(m_dir->filePath(u"missing/osascript"_s)).run(u"true"_s, u"src"_s);
+            OsascriptShell(m_dir->filePath(u"missing/osascript"_s)).run(u"/helper"_s, {}, {});
         QCOMPARE(result.outcome, PrivilegedShell::Outcome::failed);
         QVERIFY(!result.message.isEmpty());
     }

@@ -82,15 +82,17 @@ private slots:
         QVERIFY(run.err.contains(u"Writer: Moved to trash: "_s)); // the stream stays off stdout
     }
 
-    // A privileged move that does not happen leaves the item and makes the exit code 1.
+    // A privileged move that does not happen (a folder on the way is a link) leaves the item
+    // and makes the exit code 1.
     void failedItemExitsWithOne()
     {
-        m_mac->addTextFile(u"/Library/Application Support/Writer/data"_s, "data");
-        m_mac->addTool(u"/bin/mv"_s, "exit 1\n");
+        m_mac->addTextFile(u"/Library/Application Support.real/Writer/data"_s, "data");
+        QVERIFY(QDir(m_mac->path(u"/Library/Application Support"_s)).removeRecursively());
+        m_mac->addSymlink(u"/Library/Application Support"_s, u"Application Support.real"_s);
         const CliRun run = cli({u"--yes"_s});
         QCOMPARE(run.exitCode, 1);
         QVERIFY2(run.out.contains(u"! Writer: Failed to remove: "_s), qPrintable(run.out));
-        QVERIFY(QFileInfo::exists(m_mac->path(u"/Library/Application Support/Writer/data"_s)));
+        QVERIFY(QFileInfo::exists(m_mac->path(u"/Library/Application Support.real/Writer/data"_s)));
         QVERIFY(!QFileInfo::exists(m_app));
     }
 };

@@ -30,8 +30,6 @@ void FakeMacRemovalTools::install(FakeMac &mac)
     mac.addTool(QStringLiteral("/System/Library/Frameworks/CoreServices.framework/Frameworks/"
                                "LaunchServices.framework/Support/lsregister"),
                 "exit 0\n");
-    const QString realMv = QStandardPaths::findExecutable(QStringLiteral("mv"));
-    mac.addTool(QStringLiteral("/bin/mv"), "exec '" + realMv.toUtf8() + "' \"$@\"\n");
 }
 
 void FakeMacRemovalTools::setLoadedJobs(FakeMac &mac, const QStringList &plistPaths)

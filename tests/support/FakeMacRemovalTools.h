@@ -13,8 +13,7 @@ class FakeMacRemovalTools
 public:
     FakeMacRemovalTools() = delete;
 
-    // /bin/launchctl, /usr/bin/defaults, lsregister and /bin/mv (the real mv, so the
-    // privileged script really moves).
+    // /bin/launchctl, /usr/bin/defaults and lsregister (what Quenzo moves, it moves itself).
     static void install(FakeMac &mac);
     // The launchd jobs (real paths of their plists) that launchctl reports as loaded: unload
     // and bootout succeed for them once; any other path fails with launchctl's message.

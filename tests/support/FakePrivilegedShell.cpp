@@ -1,32 +1,35 @@
 // SPDX-License-Identifier: MIT
 #include "FakePrivilegedShell.h"
 
-#include <QProcess>
+#include "Platform/UntimedProcess.h"
 
 FakePrivilegedShell::FakePrivilegedShell(Behaviour behaviour) : m_behaviour(behaviour) {}
 
-PrivilegedShell::Result FakePrivilegedShell::run(const QString &commandLine,
-                                                 const QString &appleScriptSource) const
+PrivilegedShell::Result FakePrivilegedShell::run(const QString &program,
+                                                 const QStringList &arguments,
+                                                 const QByteArray &input) const
 {
-    m_calls->lines.append(commandLine);
-    m_calls->appleScripts.append(appleScriptSource);
+    m_calls->batches.append(input);
     switch (m_behaviour) {
     case Behaviour::cancel:
-        return Result{Outcome::canceled, {}};
+        return Result{Outcome::canceled, {}, {}};
     case Behaviour::fail:
-        return Result{Outcome::failed, failureMessage()};
+        return Result{Outcome::failed, failureMessage(), {}};
     case Behaviour::runAsCaller:
         break;
     }
-    QProcess shell;
-    shell.setProcessChannelMode(QProcess::MergedChannels);
-    shell.start(QStringLiteral("/bin/sh"), {QStringLiteral("-c"), commandLine});
-    if (!shell.waitForFinished(-1) || shell.exitCode() != 0)
-        return Result{Outcome::failed, QString::fromUtf8(shell.readAll())};
-    return Result{Outcome::completed, {}};
+    const UntimedProcess finished = UntimedProcess::run(program, arguments, input);
+    if (!finished.started || finished.status != 0)
+        return Result{Outcome::failed, finished.failureMessage(), {}};
+    return Result{Outcome::completed, {}, finished.output};
 }
 
 QString FakePrivilegedShell::failureMessage()
 {
     return QStringLiteral("The disk is on fire.");
+}
+
+QString FakePrivilegedShell::helper()
+{
+    return QStringLiteral(QUENZO_HELPER_PATH);
 }

@@ -6,9 +6,9 @@
 #include <QStringList>
 #include <memory>
 
-// A privileged shell for tests: records every line it is given, then either runs it with the
-// test's own rights (/bin/sh -c, as the real shell does when already root) or answers as if
-// the user had cancelled the prompt or the script had failed.
+// A privileged shell for tests: records every run, then either runs the program with the
+// test's own rights (root in CI, as the real shell does when already root) or answers as if
+// the user had cancelled the prompt or the run had failed.
 class FakePrivilegedShell : public PrivilegedShell
 {
 public:
@@ -16,18 +16,19 @@ public:
 
     explicit FakePrivilegedShell(Behaviour behaviour = Behaviour::runAsCaller);
 
-    Result run(const QString &commandLine, const QString &appleScriptSource) const override;
+    Result run(const QString &program, const QStringList &arguments,
+               const QByteArray &input) const override;
 
-    // The command lines and AppleScript sources received, one per run.
-    [[nodiscard]] QStringList lines() const { return m_calls->lines; }
-    [[nodiscard]] QStringList appleScripts() const { return m_calls->appleScripts; }
+    // The batches received, one per run (one prompt each).
+    [[nodiscard]] QList<QByteArray> batches() const { return m_calls->batches; }
     [[nodiscard]] static QString failureMessage();
+    // The built privileged helper.
+    [[nodiscard]] static QString helper();
 
 private:
     struct Calls
     {
-        QStringList lines;
-        QStringList appleScripts;
+        QList<QByteArray> batches;
     };
     Behaviour m_behaviour;
     std::shared_ptr<Calls> m_calls = std::make_shared<Calls>();

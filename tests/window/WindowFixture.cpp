@@ -71,7 +71,8 @@ class PromptlessShell : public PrivilegedShell
 public:
     explicit PromptlessShell(std::shared_ptr<FixtureGates> gates) : m_gates(std::move(gates)) {}
 
-    Result run(const QString &commandLine, const QString &appleScriptSource) const override
+    Result run(const QString &program, const QStringList &arguments,
+               const QByteArray &input) const override
     {
         m_gates->waitWhile([&] { return m_gates->holdPrivilegedStep; });
         FixtureGates::Behaviour behaviour;
@@ -79,7 +80,7 @@ public:
             QMutexLocker lock(&m_gates->mutex);
             behaviour = m_gates->behaviour;
         }
-        return FakePrivilegedShell(behaviour).run(commandLine, appleScriptSource);
+        return FakePrivilegedShell(behaviour).run(program, arguments, input);
     }
 
 private:
@@ -151,8 +152,8 @@ WindowFixture::WindowFixture(QObject *parent)
     m_mac->activate();
     FakeMacRemovalTools::install(*m_mac);
     UninstallService::Dependencies dependencies;
-    dependencies.authorization =
-        std::make_shared<const AuthorizationService>(std::make_shared<PromptlessShell>(m_gates));
+    dependencies.authorization = std::make_shared<const AuthorizationService>(
+        std::make_shared<PromptlessShell>(m_gates), FakePrivilegedShell::helper());
     m_uninstall = std::make_shared<TrackedUninstall>(dependencies);
 }
 

@@ -39,7 +39,7 @@ int main(int argc, char *argv[])
         err << "quenzo-fakemac: " << error << '\n';
         return 2;
     }
-    // launchctl, defaults, lsregister and mv, so an uninstall runs against this Mac too.
+    // launchctl, defaults and lsregister, so an uninstall runs against this Mac too.
     FakeMacRemovalTools::install(mac);
     QTextStream(stdout) << mac.home() << '\n';
     return 0;

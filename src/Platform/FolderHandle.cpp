@@ -1,0 +1,111 @@
+// SPDX-License-Identifier: MIT
+#include "FolderHandle.h"
+
+#include "SystemLayout.h"
+
+#include <QFile>
+
+#include <cerrno>
+#include <cstring>
+#include <fcntl.h>
+#include <sys/stat.h>
+#include <unistd.h>
+
+namespace {
+constexpr int kFolderFlags = O_RDONLY | O_DIRECTORY | O_NOFOLLOW | O_CLOEXEC;
+
+QString reasonFor(int error)
+{
+    // ELOOP/ENOTDIR from O_NOFOLLOW|O_DIRECTORY: the component is a link or not a folder.
+    if (error == ELOOP || error == ENOTDIR)
+        return QStringLiteral("A folder on the way is a link or not a folder");
+    return QString::fromLocal8Bit(std::strerror(error));
+}
+
+// Whether `linkPath` is a link on this Mac that stands for `/private/<name>` (a real Mac always;
+// a fake Mac when laid out the same way).
+bool isSystemLink(const QByteArray &root, const QByteArray &name)
+{
+    struct stat info
+    {};
+    const QByteArray link = root + '/' + name;
+    return ::lstat(link.constData(), &info) == 0 && S_ISLNK(info.st_mode);
+}
+} // namespace
+
+FolderHandle &FolderHandle::operator=(FolderHandle &&other) noexcept
+{
+    if (this != &other) {
+        if (m_fd >= 0)
+            ::close(m_fd);
+        m_fd = std::exchange(other.m_fd, -1);
+    }
+    return *this;
+}
+
+FolderHandle::~FolderHandle()
+{
+    if (m_fd >= 0)
+        ::close(m_fd);
+}
+
+QByteArray FolderHandle::withoutSystemLinks(const QByteArray &path)
+{
+    QByteArray root = QFile::encodeName(SystemLayout::root());
+    if (root == "/")
+        root.clear();
+    for (const char *name : {"var", "tmp", "etc"}) {
+        const QByteArray prefix = root + '/' + name;
+        if ((path == prefix || path.startsWith(prefix + '/')) && isSystemLink(root, name))
+            return root + "/private" + path.mid(root.size());
+    }
+    return path;
+}
+
+FolderHandle FolderHandle::open(const QByteArray &path, QString *error)
+{
+    const QByteArray resolved = withoutSystemLinks(path);
+    if (!resolved.startsWith('/')) {
+        *error = QStringLiteral("Not an absolute path");
+        return {};
+    }
+    FolderHandle top(::open("/", kFolderFlags));
+    if (!top.isOpen()) {
+        *error = reasonFor(errno);
+        return {};
+    }
+    return top.openBelow(resolved.mid(1), error);
+}
+
+FolderHandle FolderHandle::openBelow(const QByteArray &relative, QString *error) const
+{
+    FolderHandle current(::fcntl(m_fd, F_DUPFD_CLOEXEC, 0));
+    if (!current.isOpen()) {
+        *error = reasonFor(errno);
+        return {};
+    }
+    for (const QByteArray &component : relative.split('/')) {
+        if (component.isEmpty() || component == ".")
+            continue;
+        if (component == "..") {
+            *error = QStringLiteral("A path with \"..\" is refused");
+            return {};
+        }
+        FolderHandle next(::openat(current.fd(), component.constData(), kFolderFlags));
+        if (!next.isOpen()) {
+            *error = reasonFor(errno);
+            return {};
+        }
+        current = std::move(next);
+    }
+    return current;
+}
+
+std::optional<uid_t> FolderHandle::owner() const
+{
+    struct stat info
+    {};
+    if (::fstat(m_fd, &info) != 0 || !S_ISDIR(info.st_mode))
+        return std::nullopt;
+    return info.st_uid;
+}

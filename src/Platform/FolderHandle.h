@@ -1,0 +1,40 @@
+// SPDX-License-Identifier: MIT
+#pragma once
+
+#include <QByteArray>
+#include <QString>
+#include <optional>
+#include <sys/types.h>
+
+// An open folder (a descriptor), reached without following any symbolic link on the way, so
+// that what is done relative to it cannot be steered elsewhere by a link planted later.
+class FolderHandle
+{
+public:
+    FolderHandle() = default;
+    explicit FolderHandle(int fd) : m_fd(fd) {}
+    FolderHandle(FolderHandle &&other) noexcept : m_fd(std::exchange(other.m_fd, -1)) {}
+    FolderHandle &operator=(FolderHandle &&other) noexcept;
+    FolderHandle(const FolderHandle &) = delete;
+    FolderHandle &operator=(const FolderHandle &) = delete;
+    ~FolderHandle();
+
+    [[nodiscard]] int fd() const { return m_fd; }
+    [[nodiscard]] bool isOpen() const { return m_fd >= 0; }
+
+    // `path` (absolute) walked from "/" one component at a time; a link, a missing folder or
+    // anything but a folder anywhere on the way gives nothing, with the reason in `error`.
+    // The Mac's own system links (/var, /tmp, /etc) are resolved textually first.
+    [[nodiscard]] static FolderHandle open(const QByteArray &path, QString *error);
+    // `relative` (components separated by "/") walked from this folder in the same way.
+    [[nodiscard]] FolderHandle openBelow(const QByteArray &relative, QString *error) const;
+    // The owner of the folder itself.
+    [[nodiscard]] std::optional<uid_t> owner() const;
+
+    // "/var/x" -> "/private/var/x" where the Mac (real or fake) lays these out as links into
+    // /private; any other path unchanged.
+    [[nodiscard]] static QByteArray withoutSystemLinks(const QByteArray &path);
+
+private:
+    int m_fd = -1;
+};

@@ -1,0 +1,175 @@
+// SPDX-License-Identifier: MIT
+#include "LinkProofMove.h"
+
+#include <cerrno>
+#include <cstring>
+#include <fcntl.h>
+#include <sys/stat.h>
+#include <unistd.h>
+
+#if defined(__APPLE__)
+#include <stdio.h>
+#else
+#include <sys/syscall.h>
+#endif
+
+namespace {
+// Beyond this many taken names something is wrong (or hostile): give up rather than spin.
+constexpr int kMaximumNumberedName = 10'000;
+
+int renameWithoutReplacing(int fromFolder, const char *from, int toFolder, const char *to)
+{
+#if defined(__APPLE__)
+    return ::renameatx_np(fromFolder, from, toFolder, to, RENAME_EXCL);
+#else
+    // Called through syscall(): older C libraries lack the renameat2 wrapper.
+    constexpr unsigned kNoReplace = 1; // RENAME_NOREPLACE
+    return int(::syscall(SYS_renameat2, fromFolder, from, toFolder, to, kNoReplace));
+#endif
+}
+
+std::optional<struct stat> entryStat(int folder, const QByteArray &name)
+{
+    struct stat info
+    {};
+    if (::fstatat(folder, name.constData(), &info, AT_SYMLINK_NOFOLLOW) != 0)
+        return std::nullopt;
+    return info;
+}
+
+bool isSameEntry(const struct stat &a, const struct stat &b)
+{
+    return a.st_dev == b.st_dev && a.st_ino == b.st_ino;
+}
+
+bool isBelow(const QByteArray &path, const QByteArray &folder)
+{
+    return folder == "/" ? path.startsWith('/') && path.size() > 1
+                         : path.startsWith(folder + '/') && path.size() > folder.size() + 1;
+}
+
+QString errorText(int error)
+{
+    return QString::fromLocal8Bit(std::strerror(error));
+}
+} // namespace
+
+std::optional<LinkProofMove> LinkProofMove::open(const QByteArray &root, const QByteArray &home,
+                                                 uid_t user, QString *error)
+{
+    LinkProofMove result;
+    result.m_rootPath = FolderHandle::withoutSystemLinks(root);
+    result.m_homePath = FolderHandle::withoutSystemLinks(home);
+    result.m_trashPath = result.m_homePath + "/.Trash";
+    result.m_root = FolderHandle::open(result.m_rootPath, error);
+    if (!result.m_root.isOpen())
+        return std::nullopt;
+    result.m_home = FolderHandle::open(result.m_homePath, error);
+    if (!result.m_home.isOpen())
+        return std::nullopt;
+    if (result.m_home.owner() != user) {
+        *error = QStringLiteral("The home folder does not belong to the user");
+        return std::nullopt;
+    }
+    QString trashError;
+    result.m_trash = result.m_home.openBelow(".Trash", &trashError);
+    if (!result.m_trash.isOpen() || result.m_trash.owner() != user) {
+        *error = QStringLiteral("The Trash is not a folder of the user's own");
+        return std::nullopt;
+    }
+    return result;
+}
+
+std::optional<LinkProofMove::Entry> LinkProofMove::entryOf(const QByteArray &path,
+                                                           QString *error) const
+{
+    const QByteArray resolved = FolderHandle::withoutSystemLinks(path);
+    const qsizetype slash = resolved.lastIndexOf('/');
+    const QByteArray name = resolved.mid(slash + 1);
+    if (slash < 0 || name.isEmpty() || name == "." || name == "..") {
+        *error = QStringLiteral("Not a path to an item");
+        return std::nullopt;
+    }
+    const QByteArray parent = slash == 0 ? QByteArray("/") : resolved.left(slash);
+    // The user's own items are reached from their home, everything else from the root.
+    const bool inHome = parent == m_homePath || isBelow(parent, m_homePath);
+    const FolderHandle &base = inHome ? m_home : m_root;
+    const QByteArray &basePath = inHome ? m_homePath : m_rootPath;
+    if (parent != basePath && !isBelow(parent, basePath)) {
+        *error = QStringLiteral("Outside the Mac's folders");
+        return std::nullopt;
+    }
+    FolderHandle folder = base.openBelow(parent.mid(basePath == "/" ? 1 : basePath.size()), error);
+    if (!folder.isOpen())
+        return std::nullopt;
+    return Entry{std::move(folder), name};
+}
+
+LinkProofMove::Outcome LinkProofMove::moveToTrash(const QByteArray &source) const
+{
+    QString error;
+    const auto entry = entryOf(source, &error);
+    if (!entry)
+        return Outcome{false, {}, error};
+    return rename(*entry, m_trash, m_trashPath, entry->name, true);
+}
+
+LinkProofMove::Outcome LinkProofMove::move(const QByteArray &source,
+                                           const QByteArray &destination) const
+{
+    QString error;
+    const auto from = entryOf(source, &error);
+    if (!from)
+        return Outcome{false, {}, error};
+    const auto to = entryOf(destination, &error);
+    if (!to)
+        return Outcome{false, {}, error};
+    const QByteArray resolved = FolderHandle::withoutSystemLinks(destination);
+    return rename(*from, to->folder, resolved.left(resolved.lastIndexOf('/')), to->name, false);
+}
+
+LinkProofMove::Outcome LinkProofMove::rename(const Entry &source, const FolderHandle &folder,
+                                             const QByteArray &folderPath, const QByteArray &name,
+                                             bool pickFreeName) const
+{
+    const auto before = entryStat(source.folder.fd(), source.name);
+    if (!before) {
+        Outcome missing{false, {}, errorText(errno)};
+        missing.missing = errno == ENOENT;
+        return missing;
+    }
+    QByteArray candidate = name;
+    for (int n = 2;; ++n) {
+        if (renameWithoutReplacing(source.folder.fd(), source.name.constData(), folder.fd(),
+                                   candidate.constData()) == 0)
+            break;
+        if (errno != EEXIST || !pickFreeName || n > kMaximumNumberedName)
+            return Outcome{false, {}, errorText(errno)};
+        candidate = numberedName(name, n);
+    }
+    // Counted only when the very entry seen before is now in the destination and gone from
+    // where it was.
+    const auto moved = entryStat(folder.fd(), candidate);
+    const auto left = entryStat(source.folder.fd(), source.name);
+    if (!moved || !isSameEntry(*before, *moved) || (left && isSameEntry(*before, *left)))
+        return Outcome{false, {}, QStringLiteral("The item changed while it was moved")};
+    return Outcome{true, folderPath + '/' + candidate, {}};
+}
+
+bool LinkProofMove::isPlainFile(const QByteArray &path) const
+{
+    QString error;
+    const auto entry = entryOf(path, &error);
+    const auto info = entry ? entryStat(entry->folder.fd(), entry->name) : std::nullopt;
+    return info && S_ISREG(info->st_mode);
+}
+
+QByteArray LinkProofMove::numberedName(const QByteArray &name, int n)
+{
+    // A leading dot starts a hidden name, not an extension.
+    const qsizetype dot = name.lastIndexOf('.');
+    const bool hasExtension = dot > 0 && dot + 1 < name.size();
+    const QByteArray base = hasExtension ? name.left(dot) : name;
+    const QByteArray extension = hasExtension ? name.mid(dot) : QByteArray();
+    return base + ' ' + QByteArray::number(n) + extension;
+}

@@ -1,0 +1,63 @@
+// SPDX-License-Identifier: MIT
+#pragma once
+
+#include "FolderHandle.h"
+
+#include <QByteArray>
+#include <QString>
+#include <optional>
+#include <sys/types.h>
+
+// The one way Quenzo moves an item, with the user's rights and as root alike. The root, the
+// user's home and their Trash are opened once, link-proof, and the home and the Trash must be
+// folders owned by the user. Each move walks from the root (or from the home for the user's own
+// items) down to the item's folder without following links, then renames the entry itself (a
+// link is moved as a link) with a rename that never replaces and never follows the destination.
+// The walk and the rename happen at move time, so a link planted after the scan gains nothing.
+class LinkProofMove
+{
+public:
+    struct Outcome
+    {
+        bool moved = false;
+        QByteArray destination; // the final path, when moved
+        QString error;          // why not, otherwise
+        bool missing = false;   // the item was not there at all
+    };
+
+    // Nothing, with the reason, when a folder is missing or linked, or the home or the Trash is
+    // not a folder owned by `user`.
+    [[nodiscard]] static std::optional<LinkProofMove>
+    open(const QByteArray &root, const QByteArray &home, uid_t user, QString *error);
+
+    // Into the Trash under the item's own name, else "Name 2.ext", "Name 3.ext"...
+    [[nodiscard]] Outcome moveToTrash(const QByteArray &source) const;
+    // To exactly `destination`, which must not exist; its folder is walked like the source's.
+    [[nodiscard]] Outcome move(const QByteArray &source, const QByteArray &destination) const;
+
+    // Whether `path`, reached the same way, is a regular file (not a link, not a FIFO).
+    [[nodiscard]] bool isPlainFile(const QByteArray &path) const;
+
+    [[nodiscard]] const QByteArray &trashPath() const { return m_trashPath; }
+
+    // The name an item takes in a folder where its own name is taken: n >= 2.
+    [[nodiscard]] static QByteArray numberedName(const QByteArray &name, int n);
+
+private:
+    struct Entry
+    {
+        FolderHandle folder;
+        QByteArray name;
+    };
+    [[nodiscard]] std::optional<Entry> entryOf(const QByteArray &path, QString *error) const;
+    [[nodiscard]] Outcome rename(const Entry &source, const FolderHandle &folder,
+                                 const QByteArray &folderPath, const QByteArray &name,
+                                 bool pickFreeName) const;
+
+    QByteArray m_rootPath;
+    QByteArray m_homePath;
+    QByteArray m_trashPath;
+    FolderHandle m_root;
+    FolderHandle m_home;
+    FolderHandle m_trash;
+};

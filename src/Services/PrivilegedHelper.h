@@ -1,0 +1,47 @@
+// SPDX-License-Identifier: MIT
+#pragma once
+
+#include "Platform/HelperBatch.h"
+#include "Platform/LinkProofMove.h"
+
+#include <QByteArray>
+#include <QList>
+#include <optional>
+#include <sys/types.h>
+
+class ToolRunner;
+
+// What the privileged helper does with a batch, as root: every command is checked again here
+// (the batch comes from a process the user's own programs can reach), then run in the given
+// order, one result per command. SystemLayout must already hold the root and the home.
+class PrivilegedHelper
+{
+public:
+    struct Context
+    {
+        QByteArray root;
+        QByteArray home;
+        uid_t user = 0; // the owner of the home and the Trash
+    };
+
+    PrivilegedHelper(Context context, const ToolRunner &tools);
+
+    [[nodiscard]] QList<HelperRecord> run(const QList<HelperRecord> &commands) const;
+
+    // Whether a move may be made as root: an allowed item into the Trash, or an item directly
+    // in the Trash back to an allowed place.
+    [[nodiscard]] static bool isAllowedMove(const QString &source, const QString &destination,
+                                            const QString &trash);
+
+private:
+    [[nodiscard]] HelperRecord bootOut(const QByteArray &plist) const;
+    [[nodiscard]] HelperRecord forget(const QByteArray &packageID) const;
+    [[nodiscard]] HelperRecord move(const QByteArray &source, const QByteArray &destination) const;
+    [[nodiscard]] HelperRecord runTool(const char *macPath, const QStringList &arguments,
+                                       const QByteArray &item) const;
+
+    Context m_context;
+    const ToolRunner &m_tools;
+    std::optional<LinkProofMove> m_mover;
+    QString m_moverError;
+};

@@ -1,0 +1,91 @@
+// SPDX-License-Identifier: MIT
+// quenzo-privileged-helper: started as root through the one administrator prompt of an
+// uninstall, once per batch. Arguments: --root ROOT --home HOME --user UID [--batch FILE];
+// the batch (HelperBatch commands) comes from FILE or, without it, from standard input. One
+// result record per command goes to standard output. Exit status 0 once the batch was read.
+#include "Platform/HelperBatch.h"
+#include "Platform/SafeFile.h"
+#include "Platform/SystemLayout.h"
+#include "Platform/ToolRunner.h"
+#include "Services/PrivilegedHelper.h"
+
+#include <QCoreApplication>
+#include <QFile>
+
+#include <cstdio>
+#include <unistd.h>
+
+namespace {
+// No batch of a real uninstall comes near this (5,000 items are well under a megabyte).
+constexpr qint64 kMaximumBatch = qint64(256) << 20;
+
+int refuse(const char *why)
+{
+    std::fprintf(stderr, "quenzo-privileged-helper: %s\n", why);
+    return 2;
+}
+
+std::optional<QByteArray> readStandardInput()
+{
+    QByteArray bytes;
+    char buffer[65536];
+    size_t count = 0;
+    while ((count = std::fread(buffer, 1, sizeof buffer, stdin)) > 0) {
+        bytes.append(buffer, qsizetype(count));
+        if (bytes.size() > kMaximumBatch)
+            return std::nullopt;
+    }
+    return std::ferror(stdin) ? std::nullopt : std::optional<QByteArray>(bytes);
+}
+
+// The user whose Trash receives the items. pkexec names the user who authenticated; without
+// it (osascript's shell, or a caller that already is root) the claim is only believed when the
+// caller is root or the claimed user itself. The home and the Trash must belong to that user
+// in any case, which LinkProofMove checks.
+std::optional<uid_t> verifiedUser(const QByteArray &claimed)
+{
+    bool isNumber = false;
+    const qulonglong user = claimed.toULongLong(&isNumber);
+    if (!isNumber || user > qulonglong(uid_t(-1)))
+        return std::nullopt;
+    if (const QByteArray pkexec = qgetenv("PKEXEC_UID"); !pkexec.isEmpty())
+        return pkexec == claimed ? std::optional<uid_t>(uid_t(user)) : std::nullopt;
+    if (::getuid() != 0 && ::getuid() != uid_t(user))
+        return std::nullopt;
+    return uid_t(user);
+}
+} // namespace
+
+int main(int argc, char *argv[])
+{
+    QCoreApplication application(argc, argv);
+    QByteArray root, home, user, batchFile;
+    for (int i = 1; i + 1 < argc; i += 2) {
+        const QByteArray option(argv[i]);
+        QByteArray &value = option == "--root"    ? root
+                            : option == "--home"  ? home
+                            : option == "--user"  ? user
+                            : option == "--batch" ? batchFile
+                                                  : root;
+        if (option != "--root" && option != "--home" && option != "--user" && option != "--batch")
+            return refuse("unknown option");
+        value = argv[i + 1];
+    }
+    if (argc % 2 == 0 || !root.startsWith('/') || !home.startsWith('/'))
+        return refuse("usage: --root ROOT --home HOME --user UID [--batch FILE]");
+    const auto owner = verifiedUser(user);
+    if (!owner)
+        return refuse("the user does not match the one who authenticated");
+    const auto bytes = batchFile.isEmpty()
+                           ? readStandardInput()
+                           : SafeFile::read(batchFile, kMaximumBatch, SafeFile::Links::refuse);
+    const auto commands = bytes ? HelperBatch::parseCommands(*bytes) : std::nullopt;
+    if (!commands)
+        return refuse("the batch is malformed");
+    SystemLayout::set(QFile::decodeName(root), QFile::decodeName(home));
+    const ToolRunner tools;
+    const PrivilegedHelper helper(PrivilegedHelper::Context{root, home, *owner}, tools);
+    const QByteArray results = HelperBatch::encode(helper.run(*commands));
+    std::fwrite(results.constData(), 1, size_t(results.size()), stdout);
+    return std::fflush(stdout) == 0 ? 0 : 1;
+}
