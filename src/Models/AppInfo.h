@@ -13,7 +13,8 @@ struct AppInfo
     QUuid id = QUuid::createUuid();
     QString name;             // bundle file name, ".app" included
     QString bundleIdentifier; // "scanning..." while the bundle is being read
-    QString bundlePath;       // the bundle's path as dropped
+    QString bundlePath;       // the bundle's path, a dropped link already resolved
+    QString droppedLink;      // the link that was dropped, when the bundle was reached through one
     std::optional<QString> version;
     std::optional<QByteArray> icon; // PNG bytes
     bool isSystemProtected = false;

@@ -15,32 +15,36 @@ constexpr std::chrono::milliseconds kPollInterval{500};
 constexpr int kPolls = 10;
 
 // The bundle as written and, where a link leads to it, as the kernel names executables.
-QStringList bundlePrefixes(const QString &bundlePath)
+QStringList bundlePaths(const QString &bundlePath)
 {
-    QStringList prefixes{QDir::cleanPath(bundlePath) + QLatin1Char('/')};
+    QStringList paths{QDir::cleanPath(bundlePath)};
     const QString canonical = QFileInfo(bundlePath).canonicalFilePath();
-    if (!canonical.isEmpty() && !prefixes.contains(canonical + QLatin1Char('/')))
-        prefixes.append(canonical + QLatin1Char('/'));
-    return prefixes;
+    if (!canonical.isEmpty() && !paths.contains(canonical))
+        paths.append(canonical);
+    return paths;
 }
 
-bool startsWithAny(const std::optional<QString> &path, const QStringList &prefixes)
+// Only the app's own code counts: a program that merely lies somewhere below the bundle's
+// folder (a dropped link may point at a folder holding other apps) is not the app.
+bool isOwnCode(const std::optional<QString> &executable, const QStringList &bundles)
 {
-    if (!path)
+    if (!executable)
         return false;
-    const QString standardized = QDir::cleanPath(*path);
-    return std::any_of(prefixes.cbegin(), prefixes.cend(),
-                       [&](const QString &prefix) { return standardized.startsWith(prefix); });
+    const QString standardized = QDir::cleanPath(*executable);
+    return std::any_of(bundles.cbegin(), bundles.cend(), [&](const QString &bundle) {
+        return standardized.startsWith(bundle + QStringLiteral("/Contents/"));
+    });
 }
 
 bool belongsToBundle(const RunningApplication &application, const QString &bundleIdentifier,
-                     const QStringList &prefixes)
+                     const QStringList &bundles)
 {
     if (application.bundleIdentifier && *application.bundleIdentifier == bundleIdentifier)
         return true;
-    if (startsWithAny(application.bundlePath, prefixes))
+    if (application.bundlePath && (bundles.contains(QDir::cleanPath(*application.bundlePath)) ||
+                                   isOwnCode(application.bundlePath, bundles)))
         return true;
-    return startsWithAny(application.executablePath, prefixes);
+    return isOwnCode(application.executablePath, bundles);
 }
 
 QString decodedOutput(const QByteArray &bytes)
@@ -68,13 +72,13 @@ ProcessService::ProcessService(Dependencies dependencies) : m_dependencies(std::
 std::optional<UninstallError> ProcessService::quitApp(const QString &bundleIdentifier,
                                                       const QString &bundlePath) const
 {
-    const QStringList prefixes = bundlePrefixes(bundlePath);
+    const QStringList bundles = bundlePaths(bundlePath);
     RunningApplications &applications = *m_dependencies.applications;
     const qint64 self = applications.ownProcessIdentifier();
     QList<RunningApplication> kept;
     for (const RunningApplication &application : applications.list()) {
         if (application.processIdentifier != self &&
-            belongsToBundle(application, bundleIdentifier, prefixes))
+            belongsToBundle(application, bundleIdentifier, bundles))
             kept.append(application);
     }
     if (kept.isEmpty())

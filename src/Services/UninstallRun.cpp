@@ -11,6 +11,7 @@
 #include "Services/ProcessService.h"
 
 #include <QFile>
+#include <QFileInfo>
 
 #include <limits>
 
@@ -97,6 +98,11 @@ UninstallPlan UninstallRun::prepare(const QSharedPointer<UninstallSession> &sess
                 selected.append(item);
         }
     });
+    if (!app.droppedLink.isEmpty() && QFileInfo(app.droppedLink).isSymLink()) {
+        FileItem link;
+        link.path = app.droppedLink;
+        selected.append(link);
+    }
     quitApp(session.get(), app);
     unloadLaunchAgents(session.get(), selected);
     UninstallPlan plan;
@@ -225,12 +231,8 @@ void UninstallRun::judge(UninstallPlan &plan, const AuthorizationService::Report
             continue;
         }
         fail(plan, item, report.error ? report.error->message() : kCouldNotMove);
-        if (result.word == "failed" && !reasons.contains(QString::fromUtf8(result.fields.at(1))))
-            reasons.append(QString::fromUtf8(result.fields.at(1)));
+        noteReason(reasons, result);
     }
-    // Why, once per reason: a refused Trash or a linked folder explains a whole run of failures.
-    for (const QString &reason : std::as_const(reasons))
-        log(plan.session.get(), QStringLiteral("Not moved as administrator: ") + reason, false);
     for (const FileItem &item : std::as_const(plan.receipts)) {
         if (TrashNaming::itemExists(item.path)) {
             fail(plan, item, report.error ? report.error->message() : kCouldNotMove);
@@ -240,6 +242,22 @@ void UninstallRun::judge(UninstallPlan &plan, const AuthorizationService::Report
                 QStringLiteral("Forgot installer receipt: ") + item.packageID.value_or(QString()));
         }
     }
+    // A refused boot-out or forget (say, a tool others could change) is told too.
+    for (const FileItem &item : plan.adminFiles + plan.receipts)
+        noteReason(reasons, report.others.value(item.packageID ? item.packageID->toUtf8()
+                                                               : QFile::encodeName(item.path)));
+    // Why, once per reason: a refused Trash or a linked folder explains a whole run of failures.
+    for (const QString &reason : std::as_const(reasons))
+        log(plan.session.get(), QStringLiteral("Not done as administrator: ") + reason, false);
+}
+
+void UninstallRun::noteReason(QStringList &reasons, const HelperRecord &result)
+{
+    if (result.word != "failed")
+        return;
+    const QString reason = QString::fromUtf8(result.fields.at(1));
+    if (!reasons.contains(reason))
+        reasons.append(reason);
 }
 
 void UninstallRun::fail(UninstallPlan &plan, const FileItem &item, const QString &reason)

@@ -8,8 +8,14 @@
 
 namespace AppInfoReader {
 
-std::optional<AppInfo> read(const QString &bundlePath)
+std::optional<AppInfo> read(const QString &droppedPath)
 {
+    // A dropped link stands for what it points to: that is what is read, quit and removed
+    // (the link goes too), never something that merely lies below the link's target.
+    const QFileInfo dropped(droppedPath);
+    const QString bundlePath = dropped.isSymLink() ? dropped.canonicalFilePath() : droppedPath;
+    if (bundlePath.isEmpty())
+        return std::nullopt;
     const auto bundle = Bundle::open(bundlePath);
     if (!bundle)
         return std::nullopt;
@@ -20,6 +26,8 @@ std::optional<AppInfo> read(const QString &bundlePath)
     record.name = lastPathComponent(bundlePath);
     record.bundleIdentifier = *identifier;
     record.bundlePath = bundlePath;
+    if (dropped.isSymLink())
+        record.droppedLink = droppedPath;
     record.version = bundle->stringValue(QStringLiteral("CFBundleShortVersionString"));
     record.isSystemProtected = isUnderSystemFolder(bundlePath);
     return record;

@@ -136,9 +136,12 @@ private slots:
             executableAt(13, u"/Applications/./A.app/Contents/MacOS/../MacOS/A"_s);
         RunningApplication neighbour = executableAt(20, u"/Applications/A.app2/Contents/MacOS/A"_s);
         RunningApplication other = executableAt(21, u"/Applications/B.app/Contents/MacOS/B"_s);
+        // Below the bundle's folder but not its code: what a bundle-shaped link may lead to.
+        RunningApplication outsider =
+            executableAt(22, u"/Applications/A.app/Other.app/Contents/MacOS/O"_s);
         RunningApplication self = executableAt(1, u"/Applications/A.app/Contents/MacOS/quenzo"_s);
         for (const auto &application :
-             {self, byIdentifier, neighbour, nested, other, helper, dotted})
+             {self, byIdentifier, neighbour, nested, other, outsider, helper, dotted})
             m_applications->processes.append({application});
         const ProcessService service = makeService();
         QVERIFY(!service.quitApp(u"com.example.a"_s, u"/Applications/A.app/"_s));

@@ -1,7 +1,9 @@
 // SPDX-License-Identifier: MIT
 // Uninstalls of single items that fight back: items the policy refuses, links, vanished items, no
-// Trash yet, a Trash on another file system, names of 255 bytes with paths past 1,000 bytes below
-// them. Every session completes, the outcome is logged as for any item, and no file is ever lost.
+// Trash yet, names of 255 bytes with paths past 1,000 bytes below them, and what a hostile
+// program of the user's plants before the uninstall or while the prompt is up. Every session
+// completes, the outcome is logged as for any item, and no file is ever lost or moved anywhere
+// but into the user's Trash.
 #include "Platform/SystemLayout.h"
 #include "Platform/TrashMover.h"
 #include "Services/AuthorizationService.h"
@@ -14,7 +16,11 @@
 #include "support/TreeFingerprint.h"
 
 #include <QDir>
+#include <QTemporaryDir>
 #include <QTest>
+
+#include <fcntl.h>
+#include <unistd.h>
 
 using namespace Qt::StringLiterals;
 
@@ -214,6 +220,171 @@ private slots:
         QCOMPARE(session->removedCount(), 2);
         QVERIFY(!QFileInfo::exists(folder));
         QCOMPARE(TreeFingerprint::of(trash(macPath.section(u'/', -1))), before);
+    }
+
+    // What the user's own programs can plant, before the uninstall or while the prompt is up.
+    // Whatever happens to the item, a folder outside the fake Mac and the system's denied
+    // folders stay exactly as they were, and nothing enters the Trash but the item itself.
+    void plantedAttackGainsNothing_data()
+    {
+        QTest::addColumn<QString>("attack");
+        QTest::addColumn<QString>("macPath");
+        QTest::addColumn<bool>("moved"); // else it stays where it is, counted failed
+        QTest::addColumn<QString>("logged");
+        const QString admin = u"/Library/Caches/com.acme.writer"_s;
+        const QString trashRefused = u"Not done as administrator: The Trash is not a folder"_s;
+        QTest::newRow("Trash is a link to another folder") << u"trash link"_s << admin << false
+                                                           << trashRefused;
+        QTest::newRow("Trash is a link, user-level item") << u"trash link"_s << kCache << false
+                                                          << trashRefused;
+        QTest::newRow("Trash owned by someone else") << u"trash foreign"_s << admin << false
+                                                     << trashRefused;
+        QTest::newRow("home's Caches is a link") << u"link ~/Library/Caches"_s << kCache << false
+                                                 << u"Not done as administrator: A folder"_s;
+        QTest::newRow("/Library/Caches is a link") << u"link /Library/Caches"_s << admin << false
+                                                   << u"Not done as administrator: A folder"_s;
+        QTest::newRow("vendor folder leads to a denied one")
+            << u"vendor link"_s << u"/Library/Application Support/Writer/TCC.db"_s << false
+            << u"Failed to remove: /Library/Application Support/Writer/TCC.db"_s;
+        QTest::newRow("folder swapped for a link during the prompt")
+            << u"late link"_s << admin + u"/state"_s << false
+            << u"Not done as administrator: A folder"_s;
+        QTest::newRow("free Trash name taken by a link during the prompt")
+            << u"late trash name"_s << admin << true << u"Moved to trash (admin): "_s + admin;
+        QTest::newRow("name that is not UTF-8, and its re-encoded twin")
+            << u"not utf-8"_s << u"~/Library/Caches/w\uFFFD"_s << false
+            << u"Failed to remove: ~/Library/Caches/w"_s;
+        QTest::newRow("launchctl writable by others")
+            << u"tool writable"_s << u"/Library/LaunchDaemons/com.acme.writer.plist"_s << true
+            << u"Not done as administrator: Refused to run"_s;
+        QTest::newRow("dangling link") << u"dangling"_s << kCache << true
+                                       << u"Moved to trash: "_s + kCache;
+        QTest::newRow("per-user temporary folder stays with the user")
+            << u"darwin temp"_s << u"/private/var/folders/xy/T/com.acme.writer"_s << true
+            << u"Moved to trash: /private/var/folders/xy/T/com.acme.writer"_s;
+        QTest::newRow("another user's home with the same start")
+            << u"none"_s << u"/Users/tester2/Library/Caches/com.acme.writer"_s << false
+            << u"Asking for administrator permission for 1 items"_s;
+        QTest::newRow("prompt cancelled") << u"cancel"_s << admin << false
+                                          << u"Failed to remove: "_s + admin +
+                                                 u" - Administrator permission was canceled"_s;
+    }
+
+    void plantedAttackGainsNothing()
+    {
+        QFETCH(QString, attack);
+        QFETCH(QString, macPath);
+        QFETCH(bool, moved);
+        QFETCH(QString, logged);
+        QTemporaryDir outside;
+        m_mac->addTextFile(u"/Library/Application Support/com.apple.TCC/TCC.db"_s, "tcc");
+        const QString denied = m_mac->path(u"/Library/Application Support/com.apple.TCC"_s);
+        const QString victim = outside.filePath(u"victim"_s);
+        QVERIFY(QDir().mkpath(victim + u"/com.acme.writer"_s));
+        const QString itemPath = m_mac->path(macPath);
+        const QString name = itemPath.section(u'/', -1);
+        if (attack == u"dangling")
+            m_mac->addSymlink(macPath, u"nowhere"_s);
+        else if (attack == u"not utf-8")
+            m_mac->addTextFile(macPath, "twin"); // U+FFFD encoded: what a lossy name points at
+        else if (attack == u"tool writable")
+            m_mac->addTextFile(macPath, "<plist/>");
+        else if (attack != u"vendor link")
+            addDeepFolder(macPath);
+        const QString home = m_mac->home();
+        auto plantLink = [&](const QString &folder, const QString &target) {
+            QVERIFY(QDir().rename(folder, folder + u".real"_s));
+            QVERIFY(QFile::link(target, folder));
+        };
+        if (attack == u"trash link") {
+            QVERIFY(QDir(trash()).removeRecursively());
+            QVERIFY(QFile::link(victim, trash()));
+        } else if (attack == u"trash foreign") {
+            QVERIFY(::chown(QFile::encodeName(trash()).constData(), 65534, 65534) == 0);
+        } else if (attack.startsWith(u"link ")) {
+            const QString folder = m_mac->path(attack.mid(5));
+            QVERIFY(QDir().rename(folder + u"/com.acme.writer"_s,
+                                  victim + u"/com.acme.writer/moved"_s));
+            plantLink(folder, victim);
+        } else if (attack == u"vendor link") {
+            m_mac->addSymlink(u"/Library/Application Support/Writer"_s, u"com.apple.TCC"_s);
+        } else if (attack == u"not utf-8") {
+            // The real file whose name was read back lossily as the twin's.
+            const QByteArray real = QFile::encodeName(home) + "/Library/Caches/w\xff";
+            const int fd = ::open(real.constData(), O_WRONLY | O_CREAT, 0644);
+            QVERIFY(fd >= 0 && ::write(fd, "real", 4) == 4 && ::close(fd) == 0);
+        } else if (attack == u"tool writable") {
+            const QString tool = m_mac->path(u"/bin/launchctl"_s);
+            QVERIFY(QFile::setPermissions(tool, QFile::permissions(tool) |
+                                                    QFileDevice::WriteOther));
+        } else if (attack == u"darwin temp") {
+            m_mac->setDarwinUserDirectories(u"/private/var/folders/xy/C"_s,
+                                            u"/private/var/folders/xy/T"_s);
+        }
+        const QByteArray before = TreeFingerprint::of(itemPath);
+        const QByteArray victimBefore = TreeFingerprint::of(victim);
+        const QByteArray deniedBefore = TreeFingerprint::of(denied);
+        const QStringList trashBefore = TreeFingerprint::entries(trash());
+
+        FileItem selected = item(itemPath);
+        if (attack == u"tool writable")
+            selected.category = FileCategory::launchDaemons;
+        const auto session = makeSession({selected});
+        m_shell = std::make_shared<FakePrivilegedShell>(
+            attack == u"cancel" ? FakePrivilegedShell::Behaviour::cancel
+                                : FakePrivilegedShell::Behaviour::runAsCaller);
+        m_shell->duringPrompt = [&] {
+            if (attack == u"late link")
+                plantLink(itemPath.section(u'/', 0, -2), victim + u"/com.acme.writer"_s);
+            else if (attack == u"late trash name")
+                QVERIFY(QFile::link(victim, trash(name)));
+        };
+        UninstallService::Dependencies dependencies;
+        dependencies.authorization =
+            std::make_shared<const AuthorizationService>(m_shell, FakePrivilegedShell::helper());
+        UninstallService service(dependencies);
+        QVERIFY(SessionRun::toCompletion(service, {session}));
+
+        const QStringList lines = messages(*session);
+        QVERIFY2(std::any_of(lines.cbegin(), lines.cend(),
+                             [&](const QString &line) { return line.startsWith(logged); }),
+                 qPrintable(lines.join(u'\n')));
+        QCOMPARE(TreeFingerprint::of(victim), victimBefore);
+        QCOMPARE(TreeFingerprint::of(denied), deniedBefore);
+        // A refused Trash refuses the bundle too. Bytes are counted for what was removed only:
+        // the bundle (1000), then the item (10).
+        const bool bundleMoved = !attack.startsWith(u"trash"_s);
+        QCOMPARE(session->failedCount(), (moved ? 0 : 1) + (bundleMoved ? 0 : 1));
+        QCOMPARE(session->removedBytes(), (moved ? 10 : 0) + (bundleMoved ? 1000 : 0));
+        QStringList trashAfter = TreeFingerprint::entries(trash());
+        if (moved) {
+            const QString arrived = attack == u"late trash name" ? u"com.acme 2.writer"_s : name;
+            QVERIFY(!QFileInfo::exists(itemPath) && !QFileInfo(itemPath).isSymLink());
+            QCOMPARE(TreeFingerprint::of(trash(arrived)), before);
+        } else if (attack != u"late link") {
+            QCOMPARE(TreeFingerprint::of(itemPath), before);
+        }
+        // Nothing but the bundle and the item (with what it holds) entered the Trash.
+        trashAfter.removeIf([&](const QString &entry) {
+            return entry.startsWith(u"Writer.app"_s) || (moved && entry.startsWith(name));
+        });
+        if (attack != u"late trash name" && !attack.startsWith(u"trash"))
+            QCOMPARE(trashAfter, trashBefore);
+        if (attack == u"not utf-8") // Qt itself could not remove it
+            QCOMPARE(::unlink((QFile::encodeName(home) + "/Library/Caches/w\xff").constData()), 0);
+    }
+
+    // Far past any argument-length limit, in one prompt.
+    void fiveThousandAdministratorItemsInOnePrompt()
+    {
+        QList<FileItem> items;
+        for (int i = 0; i < 5000; ++i)
+            items.append(item(m_mac->addTextFile(u"/Library/Caches/item-%1"_s.arg(i), "x")));
+        const auto session = makeSession(items);
+        uninstall(session);
+        QCOMPARE(m_shell->batches().size(), 1);
+        QCOMPARE(session->removedCount(), 5001);
+        QVERIFY(QFileInfo::exists(trash(u"item-4999"_s)));
     }
 
     void longNameTakenInTheTrashStays()

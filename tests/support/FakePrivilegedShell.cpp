@@ -10,6 +10,8 @@ PrivilegedShell::Result FakePrivilegedShell::run(const QString &program,
                                                  const QByteArray &input) const
 {
     m_calls->batches.append(input);
+    if (duringPrompt)
+        duringPrompt();
     switch (m_behaviour) {
     case Behaviour::cancel:
         return Result{Outcome::canceled, {}, {}};

@@ -4,6 +4,7 @@
 #include "Platform/PrivilegedShell.h"
 
 #include <QStringList>
+#include <functional>
 #include <memory>
 
 // A privileged shell for tests: records every run, then either runs the program with the
@@ -15,6 +16,10 @@ public:
     enum class Behaviour { runAsCaller, cancel, fail };
 
     explicit FakePrivilegedShell(Behaviour behaviour = Behaviour::runAsCaller);
+
+    // Runs while "the prompt is up", before the program: what a hostile program of the user's
+    // could do in that time.
+    std::function<void()> duringPrompt;
 
     Result run(const QString &program, const QStringList &arguments,
                const QByteArray &input) const override;
