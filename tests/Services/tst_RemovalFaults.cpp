@@ -233,12 +233,12 @@ private slots:
         QTest::addColumn<QString>("logged");
         const QString admin = u"/Library/Caches/com.acme.writer"_s;
         const QString trashRefused = u"Not done as administrator: The Trash is not a folder"_s;
-        QTest::newRow("Trash is a link to another folder") << u"trash link"_s << admin << false
-                                                           << trashRefused;
-        QTest::newRow("Trash is a link, user-level item") << u"trash link"_s << kCache << false
-                                                          << trashRefused;
-        QTest::newRow("Trash owned by someone else") << u"trash foreign"_s << admin << false
-                                                     << trashRefused;
+        QTest::newRow("Trash is a link to another folder")
+            << u"trash link"_s << admin << false << trashRefused;
+        QTest::newRow("Trash is a link, user-level item")
+            << u"trash link"_s << kCache << false << trashRefused;
+        QTest::newRow("Trash owned by someone else")
+            << u"trash foreign"_s << admin << false << trashRefused;
         QTest::newRow("home's Caches is a link") << u"link ~/Library/Caches"_s << kCache << false
                                                  << u"Not done as administrator: A folder"_s;
         QTest::newRow("/Library/Caches is a link") << u"link /Library/Caches"_s << admin << false
@@ -257,17 +257,17 @@ private slots:
         QTest::newRow("launchctl writable by others")
             << u"tool writable"_s << u"/Library/LaunchDaemons/com.acme.writer.plist"_s << true
             << u"Not done as administrator: Refused to run"_s;
-        QTest::newRow("dangling link") << u"dangling"_s << kCache << true
-                                       << u"Moved to trash: "_s + kCache;
+        QTest::newRow("dangling link")
+            << u"dangling"_s << kCache << true << u"Moved to trash: "_s + kCache;
         QTest::newRow("per-user temporary folder stays with the user")
             << u"darwin temp"_s << u"/private/var/folders/xy/T/com.acme.writer"_s << true
             << u"Moved to trash: /private/var/folders/xy/T/com.acme.writer"_s;
         QTest::newRow("another user's home with the same start")
             << u"none"_s << u"/Users/tester2/Library/Caches/com.acme.writer"_s << false
             << u"Asking for administrator permission for 1 items"_s;
-        QTest::newRow("prompt cancelled") << u"cancel"_s << admin << false
-                                          << u"Failed to remove: "_s + admin +
-                                                 u" - Administrator permission was canceled"_s;
+        QTest::newRow("prompt cancelled")
+            << u"cancel"_s << admin << false
+            << u"Failed to remove: "_s + admin + u" - Administrator permission was canceled"_s;
     }
 
     void plantedAttackGainsNothing()
@@ -315,8 +315,8 @@ private slots:
             QVERIFY(fd >= 0 && ::write(fd, "real", 4) == 4 && ::close(fd) == 0);
         } else if (attack == u"tool writable") {
             const QString tool = m_mac->path(u"/bin/launchctl"_s);
-            QVERIFY(QFile::setPermissions(tool, QFile::permissions(tool) |
-                                                    QFileDevice::WriteOther));
+            QVERIFY(
+                QFile::setPermissions(tool, QFile::permissions(tool) | QFileDevice::WriteOther));
         } else if (attack == u"darwin temp") {
             m_mac->setDarwinUserDirectories(u"/private/var/folders/xy/C"_s,
                                             u"/private/var/folders/xy/T"_s);
