@@ -12,7 +12,13 @@
 #include <unistd.h>
 
 namespace {
+// O_PATH where there is one: walking needs only the right to pass through a folder (mode 0711),
+// not to list it.
+#if defined(O_PATH)
+constexpr int kFolderFlags = O_PATH | O_DIRECTORY | O_NOFOLLOW | O_CLOEXEC;
+#else
 constexpr int kFolderFlags = O_RDONLY | O_DIRECTORY | O_NOFOLLOW | O_CLOEXEC;
+#endif
 
 QString reasonFor(int error)
 {

@@ -83,11 +83,11 @@ HelperRecord PrivilegedHelper::runTool(const char *macPath, const QStringList &a
     const QString tool = SystemLayout::path(QLatin1String(macPath));
     if (const QString refusal = TrustedProgram::refusal(tool); !refusal.isEmpty())
         return failed(item, refusal);
+    // The tool's own answer (a daemon that was not loaded) changes nothing for the caller, who
+    // judges by the disk; only a tool that could not run at all is reported.
     const ToolResult result = m_tools.run(tool, arguments);
-    if (!result.succeeded())
-        return failed(item, result.errorText.isEmpty()
-                                ? QStringLiteral("exit status %1").arg(result.exitStatus)
-                                : result.errorText);
+    if (result.exitStatus == -1 && !result.errorText.isEmpty())
+        return failed(item, result.errorText);
     return HelperRecord{"done", {item}};
 }
 

@@ -11,6 +11,7 @@
 
 #include <QCoreApplication>
 #include <QFile>
+#include <QHash>
 
 #include <cstdio>
 #include <unistd.h>
@@ -59,23 +60,21 @@ std::optional<uid_t> verifiedUser(const QByteArray &claimed)
 int main(int argc, char *argv[])
 {
     QCoreApplication application(argc, argv);
-    QByteArray root, home, user, batchFile;
-    for (int i = 1; i + 1 < argc; i += 2) {
-        const QByteArray option(argv[i]);
-        QByteArray &value = option == "--root"    ? root
-                            : option == "--home"  ? home
-                            : option == "--user"  ? user
-                            : option == "--batch" ? batchFile
-                                                  : root;
-        if (option != "--root" && option != "--home" && option != "--user" && option != "--batch")
-            return refuse("unknown option");
-        value = argv[i + 1];
+    QHash<QByteArray, QByteArray> options;
+    const QList<QByteArray> known{"--root", "--home", "--user", "--batch"};
+    for (int i = 1; i < argc; i += 2) {
+        if (i + 1 >= argc || !known.contains(argv[i]) || options.contains(argv[i]))
+            return refuse("usage: --root ROOT --home HOME --user UID [--batch FILE]");
+        options.insert(argv[i], argv[i + 1]);
     }
-    if (argc % 2 == 0 || !root.startsWith('/') || !home.startsWith('/'))
-        return refuse("usage: --root ROOT --home HOME --user UID [--batch FILE]");
-    const auto owner = verifiedUser(user);
+    const QByteArray root = options.value("--root");
+    const QByteArray home = options.value("--home");
+    if (!root.startsWith('/') || !home.startsWith('/'))
+        return refuse("the root and the home must be absolute paths");
+    const auto owner = verifiedUser(options.value("--user"));
     if (!owner)
         return refuse("the user does not match the one who authenticated");
+    const QByteArray batchFile = options.value("--batch");
     const auto bytes = batchFile.isEmpty()
                            ? readStandardInput()
                            : SafeFile::read(batchFile, kMaximumBatch, SafeFile::Links::refuse);

@@ -198,7 +198,9 @@ private slots:
         QCOMPARE(sessions.at(0)->appInfo().version, u"3.18"_s);
         QVERIFY(!sessions.at(1)->appInfo().isSystemProtected);
         QVERIFY(sessions.at(2)->appInfo().isSystemProtected); // through the link
-        QCOMPARE(sessions.at(2)->appInfo().bundlePath, m_mac->path(u"/Applications/Chess.app"_s));
+        // A dropped link stands for its target; the link is kept to be removed with it.
+        QCOMPARE(sessions.at(2)->appInfo().bundlePath, chess);
+        QCOMPARE(sessions.at(2)->appInfo().droppedLink, m_mac->path(u"/Applications/Chess.app"_s));
         // Protected apps do not count towards the totals.
         QCOMPARE(viewModel->selectedFilesCount(), 3);
         QCOMPARE(viewModel->totalSize(), 300);
