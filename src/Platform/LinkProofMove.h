@@ -38,8 +38,6 @@ public:
     // Whether `path`, reached the same way, is a regular file (not a link, not a FIFO).
     [[nodiscard]] bool isPlainFile(const QByteArray &path) const;
 
-    [[nodiscard]] const QByteArray &trashPath() const { return m_trashPath; }
-
     // The name an item takes in a folder where its own name is taken: n >= 2.
     [[nodiscard]] static QByteArray numberedName(const QByteArray &name, int n);
 

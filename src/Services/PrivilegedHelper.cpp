@@ -99,9 +99,11 @@ HelperRecord PrivilegedHelper::move(const QByteArray &source, const QByteArray &
         return failed(source, QStringLiteral("The name is not valid UTF-8"));
     if (!m_mover)
         return failed(source, m_moverError);
-    if (!isAllowedMove(*from, *to, QFile::decodeName(m_mover->trashPath())))
+    // The Trash as the caller names it (SystemLayout's home), before any /private rewriting.
+    const QByteArray trash = m_context.home + "/.Trash";
+    if (!isAllowedMove(*from, *to, QFile::decodeName(trash)))
         return failed(source, QStringLiteral("Not an item Quenzo may move"));
-    const bool intoTrash = destination.startsWith(m_mover->trashPath() + '/');
+    const bool intoTrash = destination.startsWith(trash + '/');
     const LinkProofMove::Outcome outcome =
         intoTrash ? m_mover->moveToTrash(source) : m_mover->move(source, destination);
     if (outcome.moved)

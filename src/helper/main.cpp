@@ -83,7 +83,10 @@ int main(int argc, char *argv[])
         return refuse("the batch is malformed");
     SystemLayout::set(QFile::decodeName(root), QFile::decodeName(home));
     const ToolRunner tools;
-    const PrivilegedHelper helper(PrivilegedHelper::Context{root, home, *owner}, tools);
+    const PrivilegedHelper helper(PrivilegedHelper::Context{QFile::encodeName(SystemLayout::root()),
+                                                            QFile::encodeName(SystemLayout::home()),
+                                                            *owner},
+                                  tools);
     const QByteArray results = HelperBatch::encode(helper.run(*commands));
     std::fwrite(results.constData(), 1, size_t(results.size()), stdout);
     return std::fflush(stdout) == 0 ? 0 : 1;
