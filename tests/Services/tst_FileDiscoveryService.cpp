@@ -172,9 +172,10 @@ void tst_FileDiscoveryService::finds_data()
         << u"/Applications/Local.app"_s << u"com.acme.local"_s << QStringList{}
         << QStringList{u"~/.local/f"_s, u"~/.Local/f"_s, u"~/.config/local/f"_s,
                        u"~/.cache/f"_s, u"~/.ssh/f"_s,   u"~/.npm/f"_s}
-        << QStringList{u"~/.config/local"_s};
-    QTest::newRow("npm is shared") << u"/Applications/npm.app"_s << u"com.acme.npm"_s
-                                   << QStringList{} << QStringList{u"~/.npm/f"_s} << QStringList{};
+        << QStringList{u"~/.Local"_s, u"~/.local"_s, u"~/.config/local"_s};
+    QTest::newRow("npm is shared")
+        << u"/Applications/npm.app"_s << u"com.acme.npm"_s << QStringList{}
+        << QStringList{u"~/.npm/f"_s} << QStringList{u"~/.npm"_s};
 }
 
 void tst_FileDiscoveryService::finds()

@@ -98,7 +98,8 @@ void tst_cliScan::textGroupsByCategoryWithBadges()
     }
     QVERIFY(text.contains(
         u"[ ] ~/Library/Preferences/com.acme.common.plist  10 bytes  • Shared with Acme Sheets, left unselected"_s));
-    QVERIFY(text.contains(u"[x] ~/Library/Preferences/com.acme.writer.plist  2 KB\n"_s));
+    QVERIFY(text.contains(
+        u"[x] ~/Library/Preferences/com.acme.writer.plist  2 KB  (bundle identifier com.acme.writer)\n"_s));
     QVERIFY(text.contains(u"4 of 6 selected"_s));
 }
 
