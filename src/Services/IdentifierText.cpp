@@ -170,21 +170,25 @@ bool isNameWorthy(const QString &normalized)
 
 QStringList shortenedNames(const QString &name, const QString &vendor)
 {
-    QStringList words = name.toLower().split(QLatin1Char(' '), Qt::SkipEmptyParts);
-    QStringList result;
-    const auto keep = [&](const QStringList &kept) {
-        const QString joined = normalizedName(kept.join(QString()));
-        if (joined.size() >= 4 && isNameWorthy(joined) && !result.contains(joined))
-            result.append(joined);
-    };
+    const QStringList words = name.toLower().split(QLatin1Char(' '), Qt::SkipEmptyParts);
+    QList<QStringList> variants{words};
     if (words.size() >= 2 && !vendor.isEmpty() && normalizedName(words.first()) == vendor)
-        keep(words.mid(1));
-    if (words.size() >= 2 && isVersionWord(words.last()))
-        keep(words.mid(0, words.size() - 1));
-    if (words.size() >= 3 && words.at(words.size() - 2) == u"for"_s)
-        keep(words.mid(0, words.size() - 2));
-    else if (words.size() >= 2 && isTrailingKindWord(words.last()))
-        keep(words.mid(0, words.size() - 1));
+        variants.append(words.mid(1));
+    QStringList result;
+    for (const QStringList &variant : std::as_const(variants)) {
+        QList<QStringList> shorter{variant};
+        if (variant.size() >= 3 && variant.at(variant.size() - 2) == u"for"_s)
+            shorter.append(variant.mid(0, variant.size() - 2));
+        else if (variant.size() >= 2 &&
+                 (isVersionWord(variant.last()) || isTrailingKindWord(variant.last())))
+            shorter.append(variant.mid(0, variant.size() - 1));
+        for (const QStringList &kept : std::as_const(shorter)) {
+            const QString joined = normalizedName(kept.join(QString()));
+            if (kept.size() < words.size() && joined.size() >= 4 && isNameWorthy(joined) &&
+                !result.contains(joined))
+                result.append(joined);
+        }
+    }
     return result;
 }
 
