@@ -12,9 +12,10 @@ using namespace IdentifierText;
 using namespace Qt::StringLiterals;
 
 namespace {
-bool isDirectory(const QString &path)
+bool isDirectory(const QString &path, bool entersLinks)
 {
-    return QFileInfo(path).isDir(); // follows links, as a vendor folder may be one
+    const QFileInfo info(path);
+    return info.isDir() && (entersLinks || !info.isSymLink());
 }
 
 bool isVersion(QStringView text)
@@ -35,12 +36,12 @@ void LibraryScan::scan(const Location &location)
             continue;
         const QString path = location.path + QLatin1Char('/') + name;
         if (vendorAware) {
-            if (isVendorFolder(name) && isDirectory(path)) {
+            if (isVendorFolder(name) && isDirectory(path, location.entersLinks)) {
                 scanVendorFolder(path, location.category);
                 continue;
             }
             if (!MatchRules::match(name, m_fingerprint, true) && isVendorNamedFolder(name) &&
-                isDirectory(path)) {
+                isDirectory(path, location.entersLinks)) {
                 scanForAppItems(path, location.category);
                 continue;
             }

@@ -15,6 +15,7 @@ QList<Location> searchLocations()
         const char16_t *macPath;
         FileCategory category;
         Rule rule;
+        bool entersLinks = true;
     };
     static constexpr Row kRows[] = {
         {u"~/Library/Application Support", C::applicationSupport, Rule::vendorAware},
@@ -54,7 +55,7 @@ QList<Location> searchLocations()
          Rule::identifiers},
         // Apps and vendors that keep a folder of their own beside the Library's.
         {u"~/Library", C::applicationSupport, Rule::vendorAware},
-        {u"/Users/Shared", C::applicationSupport, Rule::vendorAware},
+        {u"/Users/Shared", C::applicationSupport, Rule::vendorAware, false},
         {u"/Library/Application Support", C::applicationSupport, Rule::vendorAware},
         {u"/Library/Preferences", C::preferences, Rule::vendorAware},
         {u"/Library/Caches", C::caches, Rule::vendorAware},
@@ -67,8 +68,8 @@ QList<Location> searchLocations()
     };
     QList<Location> locations;
     for (const Row &row : kRows)
-        locations.append(
-            {SystemLayout::path(QString::fromUtf16(row.macPath)), row.category, row.rule});
+        locations.append({SystemLayout::path(QString::fromUtf16(row.macPath)), row.category,
+                          row.rule, row.entersLinks});
     for (const QString &directory : AdminPathPolicy::userDarwinDirectories())
         locations.append({directory, C::temporary, Rule::identifiers});
     return locations;

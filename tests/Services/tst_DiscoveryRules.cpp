@@ -144,6 +144,10 @@ void tst_DiscoveryRules::ownFoldersOfVendorsAndApps_data()
                        u"/Users/Shared/Acme/f"_s, u"~/Library/Application Support/acme.com/f"_s}
         << QStringList{u"[x] ~/Library/Application Support/acme.com"_s, u"[x] ~/Library/Acme15"_s,
                        u"[x] ~/Library/Writer"_s, u"[x] /Users/Shared/Acme"_s};
+    QTest::newRow("a linked vendor folder where every user writes")
+        << QStringList{writer, u"/Applications/Sheets.app|com.acme.sheets"_s}
+        << QStringList{u"/opt/x/Writer/f"_s, u"/Users/Shared/Acme -> ../../opt/x"_s}
+        << QStringList{};
     QTest::newRow("the app's entry in a vendor folder of Preferences")
         << QStringList{u"/Applications/Acme Draw.app|com.acme.d1"_s,
                        u"/Applications/Acme Sheets.app|com.acme.sheets"_s}
