@@ -183,7 +183,9 @@ void scanCommandLineLinks(const Fingerprint &fingerprint, DiscoveryResults &resu
         const QString folder = SystemLayout::path(macFolder);
         for (const QString &name : FolderListing::names(folder)) {
             const QString path = folder + QLatin1Char('/') + name;
-            if (!QFileInfo(path).isSymLink() || !linkTarget(path).startsWith(inside))
+            // readlink answers nothing for a file that is not a link: one call per entry.
+            const QString target = linkTarget(path);
+            if (target.isEmpty() || !target.startsWith(inside))
                 continue;
             results.add(DiscoveryResults::makeItem(
                 path, FileCategory::other, Match::exact(u"link into the app"_s), fingerprint));
