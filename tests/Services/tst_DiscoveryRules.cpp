@@ -199,13 +199,18 @@ void tst_DiscoveryRules::commandLineLinks_data()
 void tst_DiscoveryRules::homeDotEntries_data()
 {
     addColumns();
-    QTest::newRow("continued names")
+    QTest::newRow("continued names, and in .config")
         << QStringList{writer}
-        << QStringList{u"~/.Writer_7F3A/f"_s, u"~/.writer_settings"_s, u"~/.writerly/f"_s}
-        << QStringList{u"[x] ~/.Writer_7F3A"_s, u"[x] ~/.writer_settings"_s};
+        << QStringList{u"~/.Writer_7F3A/f"_s,   u"~/.writer/f"_s,      u"~/.writer-cli/f"_s,
+                       u"~/.writer_settings"_s, u"~/.writerly/f"_s,    u"~/writer/f"_s,
+                       u"~/.config/writer/f"_s, u"~/.config/other/f"_s}
+        << QStringList{u"[x] ~/.Writer_7F3A"_s, u"[x] ~/.writer"_s, u"[x] ~/.writer-cli"_s,
+                       u"[x] ~/.writer_settings"_s, u"[x] ~/.config/writer"_s};
     QTest::newRow("tool folders shown, the home's own never")
-        << QStringList{u"/Applications/Docker.app|com.acme.docker"_s}
-        << QStringList{u"~/.docker/f"_s, u"~/.ssh/docker"_s} << QStringList{u"[ ] ~/.docker"_s};
+        << QStringList{u"/Applications/Local.app|com.acme.local"_s}
+        << QStringList{u"~/.local/f"_s, u"~/.Local/f"_s, u"~/.config/local/f"_s, u"~/.ssh/local"_s,
+                       u"~/.cache/f"_s}
+        << QStringList{u"[ ] ~/.Local"_s, u"[ ] ~/.local"_s, u"[x] ~/.config/local"_s};
 }
 
 void tst_DiscoveryRules::otherAppsKeepTheirs_data()
