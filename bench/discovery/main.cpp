@@ -126,7 +126,8 @@ void baseline(const QStringList &foundPaths)
         list(location.path);
     for (const QString &folder :
          {u"~/Library/LaunchAgents"_s, u"/Library/LaunchAgents"_s, u"/Library/LaunchDaemons"_s,
-          u"/private/var/db/receipts"_s, u"~"_s, u"~/.config"_s})
+          u"/private/var/db/receipts"_s, u"~"_s, u"~/.config"_s, u"/usr/local/bin"_s,
+          u"/opt/homebrew/bin"_s})
         list(SystemLayout::path(folder));
     QProcess du;
     du.setStandardOutputFile(QProcess::nullDevice());

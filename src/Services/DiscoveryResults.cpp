@@ -32,5 +32,6 @@ FileItem DiscoveryResults::makeItem(const QString &path, FileCategory category, 
     item.isSelected = verdict.isSelected;
     item.confidence = verdict.confidence;
     item.note = verdict.note;
+    item.reason = match.reason;
     return item;
 }

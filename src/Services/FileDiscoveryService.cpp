@@ -32,6 +32,7 @@ QList<FileItem> FileDiscoveryService::discoverFiles(const AppInfo &app) const
     bundle.size = SizeMeasurer::itemSize(app.bundlePath);
     bundle.isSelected = !app.isSystemProtected;
     bundle.isProtected = app.isSystemProtected;
+    bundle.reason = u"the app"_s;
     if (app.isSystemProtected)
         bundle.note = u"Part of macOS"_s;
     results.add(std::move(bundle));
@@ -47,6 +48,8 @@ QList<FileItem> FileDiscoveryService::discoverFiles(const AppInfo &app) const
     OwnFolderScans::scanReceipts(fingerprint, results);
     report(app, u"~"_s);
     OwnFolderScans::scanHomeFolder(fingerprint, results);
+    report(app, u"command-line tools"_s);
+    OwnFolderScans::scanCommandLineLinks(fingerprint, results);
     return results.takeItems();
 }
 

@@ -16,12 +16,16 @@ struct Fingerprint
     QSet<QString> groupIDs;
     QSet<QString> packageIDs;
     QSet<QString> names;
+    QSet<QString> shortenedNames; // those of `names` made by dropping a vendor or kind word
     QSet<QString> executableNames;
     QSet<QString> crashReportNames;
-    QString vendor;       // empty when the identifier names no real vendor
-    QString vendorPrefix; // "com.acme." when vendor is set
-    QString shortName;    // empty when unusable
+    QString vendor;             // empty when the identifier names no real vendor
+    QString vendorPrefix;       // "com.acme." when vendor is set
+    QString vendorDomain;       // "acme.com" when vendor is set: folders named after the web site
+    QString shortName;          // empty when unusable
+    bool isPlatformApp = false; // the app is itself in the platform's namespace (com.apple.)
     QSet<QString> otherAppIDs;
+    QSet<QString> otherAppNames;             // every other installed app's names, normalised
     QStringList otherVendorAppNames;         // sorted
     QMap<QString, QStringList> groupSharers; // group -> other apps holding it, sorted
 

@@ -28,11 +28,6 @@ void keepUsable(QSet<QString> &ids)
     ids.removeIf([](const QString &id) { return !isUsableIdentifier(id); });
 }
 
-bool isNameWorthy(const QString &name)
-{
-    return name.size() >= 3 && !genericNames().contains(name);
-}
-
 QString stringValue(const QVariantMap &info, const char *key)
 {
     const QVariant value = info.value(QLatin1String(key));
@@ -118,6 +113,10 @@ void FingerprintBuilder::addNames(const AppInfo &app, const QVariantMap &info,
             trimmed.chop(1);
         if (const QString name = normalizedName(trimmed); isNameWorthy(name))
             fingerprint.names.insert(name);
+        for (const QString &name : shortenedNames(trimmed, fingerprint.vendor)) {
+            if (!fingerprint.names.contains(name))
+                fingerprint.shortenedNames.insert(name);
+        }
         if (const QString lower = candidate.toLower(); isNameWorthy(lower))
             fingerprint.crashReportNames.insert(lower);
     }
@@ -138,10 +137,19 @@ void FingerprintBuilder::addInstalledApps(const QStringList &parts, Fingerprint 
         if (id == fingerprint.mainBundleID)
             continue; // another copy of the same app
         fingerprint.otherAppIDs.insert(id);
-        if (namespacePrefix.isEmpty() || !id.startsWith(namespacePrefix))
-            continue;
         const QString name = QFileInfo(other.path).completeBaseName();
-        fingerprint.otherVendorAppNames.append(name);
+        const QStringList otherParts = id.split(QLatin1Char('.'));
+        const QString otherVendor = otherParts.size() >= 3 ? otherParts.at(1) : QString();
+        if (const QString key = normalizedName(name); isNameWorthy(key))
+            fingerprint.otherAppNames.insert(key);
+        for (const QString &key : shortenedNames(name, otherVendor))
+            fingerprint.otherAppNames.insert(key);
+        const bool sameNamespace = !namespacePrefix.isEmpty() && id.startsWith(namespacePrefix);
+        if (sameNamespace)
+            fingerprint.otherVendorAppNames.append(name);
+        // A group is shared whoever signs it: apps of other namespaces hold groups too.
+        if (fingerprint.groupIDs.isEmpty())
+            continue;
         for (const QString &group : lowered(appGroups(other.path))) {
             if (fingerprint.groupIDs.contains(group))
                 fingerprint.groupSharers[group].append(name);
@@ -161,7 +169,9 @@ Fingerprint FingerprintBuilder::build(const AppInfo &app) const
     if (parts.size() >= 3 && parts.at(1).size() >= 3 && !sharedNamespaces().contains(parts.at(1))) {
         fp.vendor = parts.at(1);
         fp.vendorPrefix = parts.at(0) + QLatin1Char('.') + parts.at(1) + QLatin1Char('.');
+        fp.vendorDomain = parts.at(1) + QLatin1Char('.') + parts.at(0);
     }
+    fp.isPlatformApp = fp.mainBundleID.startsWith(QLatin1String("com.apple."));
     fp.bundleIDs.insert(fp.mainBundleID);
     for (const QString &group : lowered(appGroups(fp.bundlePath)))
         fp.groupIDs.insert(group);
@@ -174,6 +184,11 @@ Fingerprint FingerprintBuilder::build(const AppInfo &app) const
     if (parts.size() >= 3 && isNameWorthy(parts.last()))
         fp.shortName = parts.last();
     addInstalledApps(parts, fp);
+    // "Cloudflare WARP" answers to "warp" only while no installed app is called so.
+    for (const QString &name : std::as_const(fp.shortenedNames)) {
+        if (!fp.otherAppNames.contains(name))
+            fp.names.insert(name);
+    }
     const QString macPath = SystemLayout::macPath(fp.bundlePath).value_or(fp.bundlePath);
     for (const QString &id : ToolQueries::installerPackageIDs(m_runner, macPath))
         fp.packageIDs.insert(id.toLower());

@@ -30,16 +30,20 @@ public:
             m_apps.append({cleaned, *identifier});
     }
 
-    // Apps are taken and never entered; other folders are searched while depth lasts. Links to
-    // folders are not followed, so a loop of links cannot hold the search.
+    // Apps are taken and never entered; other folders are searched while depth lasts, also
+    // when reached through a link. Each real folder is searched once, so a loop of links ends.
     void addIn(const QString &folder, int depth)
     {
+        const QString real = QFileInfo(folder).canonicalFilePath();
+        if (real.isEmpty() || m_searched.contains(real))
+            return;
+        m_searched.insert(real);
         const QFileInfoList entries = QDir(folder).entryInfoList(
             QDir::AllEntries | QDir::Hidden | QDir::System | QDir::NoDotAndDotDot, QDir::Name);
         for (const QFileInfo &entry : entries) {
             if (entry.suffix() == QLatin1String("app"))
                 addApp(entry.filePath());
-            else if (depth > 0 && entry.isDir() && !entry.isSymLink())
+            else if (depth > 0 && entry.isDir())
                 addIn(entry.filePath(), depth - 1);
         }
     }
@@ -49,6 +53,7 @@ public:
 private:
     QString m_excluding;
     QSet<QString> m_seen;
+    QSet<QString> m_searched;
     QList<InstalledApp> m_apps;
 };
 } // namespace

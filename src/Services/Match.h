@@ -11,17 +11,34 @@ struct Match
     enum class Kind {
         exact,      // carries one of the app's identifiers or names
         vendorOnly, // carries only the vendor prefix of the app's identifier
-        shared,     // carries an app group that other installed apps of the namespace hold
+        shared,     // carries an app group that other installed apps hold
+        unsure,     // a looser fit: shown for the user to decide, with `note`
     };
 
     Kind kind = Kind::exact;
     QStringList sharers; // the other apps' names, for shared
+    QString reason;      // what matched, as the user reads it: "bundle identifier com.acme.writer"
+    QString note;        // for unsure
 
-    [[nodiscard]] static Match exact() { return {}; }
-    [[nodiscard]] static Match vendorOnly() { return {Kind::vendorOnly, {}}; }
-    [[nodiscard]] static Match shared(QStringList apps) { return {Kind::shared, std::move(apps)}; }
+    [[nodiscard]] static Match exact(QString reason = {}) { return {Kind::exact, {}, reason, {}}; }
+    [[nodiscard]] static Match vendorOnly(QString reason = {})
+    {
+        return {Kind::vendorOnly, {}, reason, {}};
+    }
+    [[nodiscard]] static Match shared(QStringList apps, QString reason = {})
+    {
+        return {Kind::shared, std::move(apps), reason, {}};
+    }
+    [[nodiscard]] static Match unsure(QString reason, QString note)
+    {
+        return {Kind::unsure, {}, reason, note};
+    }
 
-    friend bool operator==(const Match &, const Match &) = default;
+    // Two matches are equal when they decide the same; the reason only explains.
+    friend bool operator==(const Match &a, const Match &b)
+    {
+        return a.kind == b.kind && a.sharers == b.sharers && a.note == b.note;
+    }
 };
 
 // How a match shows: whether the item starts selected, its confidence and note.

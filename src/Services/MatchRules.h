@@ -24,6 +24,8 @@ namespace MatchRules {
                                                    const Fingerprint &fingerprint);
 // Program, then the first of ProgramArguments: Mac paths as the job names them.
 [[nodiscard]] QStringList programPaths(const std::optional<QVariantMap> &plist);
+// The job's Label, or the file name without ".plist" when it has none.
+[[nodiscard]] QString jobLabel(const QString &name, const std::optional<QVariantMap> &plist);
 // The job launches another app bundle that still exists.
 [[nodiscard]] bool startsOtherApp(const std::optional<QVariantMap> &plist,
                                   const Fingerprint &fingerprint);

@@ -14,10 +14,14 @@ void scanLaunchItems(const Fingerprint &fingerprint, DiscoveryResults &results);
 // Installer receipts, judged by package identifier; an item carries its bill of materials'
 // size and the identifier to forget.
 void scanReceipts(const Fingerprint &fingerprint, DiscoveryResults &results);
-// Dot-entries of the home folder and entries of ~/.config named like the app.
+// Dot-entries of the home folder and entries of ~/.config named like the app; the shared
+// tool folders among them unselected, the home's own entries never.
 void scanHomeFolder(const Fingerprint &fingerprint, DiscoveryResults &results);
+// Command-line tools the app installed: links in /usr/local/bin and /opt/homebrew/bin whose
+// target lies inside the bundle.
+void scanCommandLineLinks(const Fingerprint &fingerprint, DiscoveryResults &results);
 
-// Home dot-folders that many programs share and no app ever takes, lower-case, dot included.
+// Home dot-folders that many programs share, lower-case, dot included: never selected.
 [[nodiscard]] const QStringList &sharedDotFolders();
 
 } // namespace OwnFolderScans

@@ -18,6 +18,9 @@ struct Location
     QString path; // real path, no trailing "/"
     FileCategory category = FileCategory::other;
     Rule rule = Rule::identifiers;
+    // Whether a vendor folder there may be a link. Not where every user can write (/Users/Shared):
+    // another user's link would lead discovery into folders that are not this app's.
+    bool entersLinks = true;
 };
 
 namespace SearchLocations {

@@ -28,6 +28,7 @@ QJsonObject itemJson(const FileItem &item)
         {QStringLiteral("isSelected"), item.isSelected},
         {QStringLiteral("confidence"), item.confidence},
         {QStringLiteral("note"), optionalJson(item.note)},
+        {QStringLiteral("reason"), item.reason},
         {QStringLiteral("isProtected"), item.isProtected},
         {QStringLiteral("packageID"), optionalJson(item.packageID)},
     };
@@ -92,6 +93,8 @@ void writeText(QTextStream &out, const UninstallSession &session)
             const QString badge = ItemBadge::text(item);
             if (!badge.isEmpty())
                 out << "  " << badge;
+            if (!item.reason.isEmpty())
+                out << "  (" << item.reason << ')';
             out << '\n';
         }
     }

@@ -157,24 +157,12 @@ void tst_FileDiscoveryService::finds_data()
                        u"/Library/Logs/DiagnosticReports/Writer-2.ips"_s}
         << QStringList{reports + u"Writer-2024-05-01-101010.ips"_s,
                        u"/Library/Logs/DiagnosticReports/Writer-2.ips"_s};
-    QTest::newRow("home dot-folders and .config")
-        << writer << u"com.acme.writer"_s << QStringList{}
-        << QStringList{u"~/.writer/f"_s, u"~/.writer-cli/f"_s,    u"~/.writerpro/f"_s,
-                       u"~/writer/f"_s,  u"~/.config/writer/f"_s, u"~/.config/other/f"_s}
-        << QStringList{u"~/.writer"_s, u"~/.writer-cli"_s, u"~/.config/writer"_s};
     QTest::newRow("home short name of four letters")
         << u"/Applications/Quill Editor.app"_s << u"com.acme.quill"_s << QStringList{}
         << QStringList{u"~/.quill/f"_s} << QStringList{u"~/.quill"_s};
     QTest::newRow("home short name of three letters")
         << u"/Applications/Ink Editor.app"_s << u"com.acme.ink"_s << QStringList{}
         << QStringList{u"~/.ink/f"_s} << QStringList{};
-    QTest::newRow("shared home dot-folders")
-        << u"/Applications/Local.app"_s << u"com.acme.local"_s << QStringList{}
-        << QStringList{u"~/.local/f"_s, u"~/.Local/f"_s, u"~/.config/local/f"_s,
-                       u"~/.cache/f"_s, u"~/.ssh/f"_s,   u"~/.npm/f"_s}
-        << QStringList{u"~/.config/local"_s};
-    QTest::newRow("npm is shared") << u"/Applications/npm.app"_s << u"com.acme.npm"_s
-                                   << QStringList{} << QStringList{u"~/.npm/f"_s} << QStringList{};
 }
 
 void tst_FileDiscoveryService::finds()

@@ -81,9 +81,10 @@ void tst_MatchRules::match_data()
     QTest::newRow("name") << "Writer" << true << exact;
     QTest::newRow("name normalised") << "W_r-i ter" << true << exact;
     QTest::newRow("name stem") << "Writer.savedState" << true << exact;
-    QTest::newRow("name plus word") << "Writer Backup" << true << none;
+    QTest::newRow("name plus word") << "Writer Backup" << true << exact;
+    QTest::newRow("name running on") << "Writerly" << true << none;
     QTest::newRow("vendor prefix") << "com.acme.common" << false << vendor;
-    QTest::newRow("other vendor") << "com.acmex.writer" << false << none;
+    QTest::newRow("other vendor") << "com.acmex.draw" << false << none;
     QTest::newRow("unrelated") << "org.mozilla.firefox" << true << none;
 }
 

@@ -61,17 +61,21 @@ void tst_cliScan::jsonListsItemsInDiscoveryOrder()
                                 item.value(u"isSelected"_s).toBool() ? u"x"_s : u" "_s,
                                 QString::number(item.value(u"confidence"_s).toDouble()),
                                 item.value(u"note"_s).toString(),
-                                item.value(u"packageID"_s).toString()}
+                                item.value(u"packageID"_s).toString(),
+                                item.value(u"reason"_s).toString()}
                         .join(u'|'));
     }
-    QCOMPARE(
-        rows,
-        (QStringList{
-            u"Writer.app|application|x|1||"_s,
-            u"ABCDE12345.com.acme.suite|containers| |0.7|Shared with Acme Sheets, left unselected|"_s,
-            u"com.acme.common.plist|preferences| |0.7|Shared with Acme Sheets, left unselected|"_s,
-            u"com.acme.writer.plist|preferences|x|1||"_s, u"com.acme.writer|caches|x|1||"_s,
-            u"com.acme.writer.pkg.plist|receipts|x|1||com.acme.writer.pkg"_s}));
+    QCOMPARE(rows,
+             (QStringList{
+                 u"Writer.app|application|x|1|||the app"_s,
+                 u"ABCDE12345.com.acme.suite|containers| |0.7|Shared with Acme Sheets, left "
+                 u"unselected||app group abcde12345.com.acme.suite"_s,
+                 u"com.acme.common.plist|preferences| |0.7|Shared with Acme Sheets, left "
+                 u"unselected||vendor com.acme"_s,
+                 u"com.acme.writer.plist|preferences|x|1|||bundle identifier com.acme.writer"_s,
+                 u"com.acme.writer|caches|x|1|||bundle identifier com.acme.writer"_s,
+                 u"com.acme.writer.pkg.plist|receipts|x|1||com.acme.writer.pkg|bundle identifier "
+                 u"com.acme.writer"_s}));
     QCOMPARE(items.at(3).toObject().value(u"displayPath"_s).toString(),
              u"~/Library/Preferences/com.acme.writer.plist"_s);
     QCOMPARE(items.at(3).toObject().value(u"formattedSize"_s).toString(), u"2 KB"_s);
@@ -98,7 +102,8 @@ void tst_cliScan::textGroupsByCategoryWithBadges()
     }
     QVERIFY(text.contains(
         u"[ ] ~/Library/Preferences/com.acme.common.plist  10 bytes  • Shared with Acme Sheets, left unselected"_s));
-    QVERIFY(text.contains(u"[x] ~/Library/Preferences/com.acme.writer.plist  2 KB\n"_s));
+    QVERIFY(text.contains(
+        u"[x] ~/Library/Preferences/com.acme.writer.plist  2 KB  (bundle identifier com.acme.writer)\n"_s));
     QVERIFY(text.contains(u"4 of 6 selected"_s));
 }
 
