@@ -19,6 +19,7 @@ struct FileItem
     bool isSelected = true;
     double confidence = 1.0;
     std::optional<QString> note;
+    QString reason; // why discovery picked the item, e.g. "bundle identifier com.acme.writer"
     bool isProtected = false;
     std::optional<QString> packageID; // installer receipts only
 

@@ -1,6 +1,7 @@
 // SPDX-License-Identifier: MIT
 #include "AppInfoReader.h"
 
+#include "Platform/AppIcon.h"
 #include "Platform/Bundle.h"
 #include "Platform/SystemLayout.h"
 
@@ -22,6 +23,14 @@ std::optional<AppInfo> read(const QString &bundlePath)
     record.bundlePath = bundlePath;
     record.version = bundle->stringValue(QStringLiteral("CFBundleShortVersionString"));
     record.isSystemProtected = isUnderSystemFolder(bundlePath);
+    return record;
+}
+
+std::optional<AppInfo> readWithIcon(const QString &bundlePath)
+{
+    auto record = read(bundlePath);
+    if (record)
+        record->icon = AppIcon::extract(bundlePath);
     return record;
 }
 

@@ -1,8 +1,10 @@
 // SPDX-License-Identifier: MIT
 import QtQuick
+import Qt5Compat.GraphicalEffects
+import Quenzo
 
-// An app's icon at a given size, or a frosted placeholder with the app symbol when it has no
-// icon or the bytes do not decode.
+// An app's icon at a given size, clipped to its rounded square, or an opaque placeholder with
+// the app symbol when it has no icon or the bytes do not decode.
 Item {
     id: iconView
     property string iconSource
@@ -21,9 +23,11 @@ Item {
         dy: Math.round(iconView.size * 0.055)
         color: Qt.rgba(0, 0, 0, 0.15)
     }
+
     Item {
         id: frame
         anchors.fill: parent
+
         Image {
             id: image
             objectName: "appIconImage"
@@ -33,6 +37,19 @@ Item {
             fillMode: Image.PreserveAspectFit
             smooth: true
             mipmap: true
+            visible: false
+        }
+        Rectangle {
+            id: mask
+            anchors.fill: parent
+            radius: iconView.cornerRadius
+            visible: false
+        }
+        OpacityMask {
+            objectName: "appIconClip"
+            anchors.fill: parent
+            source: image
+            maskSource: mask
             visible: iconView.showsImage
         }
         Rectangle {
@@ -43,11 +60,13 @@ Item {
             border.width: 1
             visible: iconView.showsImage
         }
-        MaterialRect {
+        Rectangle {
             objectName: "appIconPlaceholder"
             anchors.fill: parent
             radius: iconView.cornerRadius
             visible: !iconView.showsImage
+            color: Theme.controlBackground
+            border.color: Theme.controlEdge
             SymbolImage {
                 anchors.centerIn: parent
                 symbol: "app.fill"

@@ -5,6 +5,7 @@
 #include "ViewModels/MainViewModel.h"
 #include "support/TemporaryFakeMac.h"
 
+#include <QAbstractItemModelTester>
 #include <QSignalSpy>
 #include <QTest>
 
@@ -68,7 +69,11 @@ private:
         dependencies.uninstall = m_uninstall;
         dependencies.ownBundleIdentifier = [ownIdentifier] { return ownIdentifier; };
         dependencies.fullDiskAccessProbe = [] { return false; };
-        return std::make_unique<MainViewModel>(dependencies);
+        auto viewModel = std::make_unique<MainViewModel>(dependencies);
+        new QAbstractItemModelTester(viewModel->sessionModel(),
+                                     QAbstractItemModelTester::FailureReportingMode::QtTest,
+                                     viewModel.get());
+        return viewModel;
     }
 
     QUrl app(const QString &name, const QString &identifier = {})
@@ -80,11 +85,20 @@ private:
         return QUrl::fromLocalFile(m_mac->addApp(spec));
     }
 
-    static QStringList names(const MainViewModel &viewModel)
+    // The sessions' names; the list model the views watch must hold the same sessions.
+    static QStringList names(MainViewModel &viewModel)
     {
         QStringList result;
-        for (const auto &session : viewModel.sessions())
+        SessionListModel *model = viewModel.sessionModel();
+        for (int row = 0; const auto &session : viewModel.sessions()) {
             result.append(session->appInfo().name);
+            const QModelIndex index = model->index(row++);
+            if (model->data(index, int(SessionListModel::Role::session)).value<QObject *>() !=
+                session.get())
+                result.append(u"(not in the list model)"_s);
+        }
+        if (model->rowCount() != viewModel.sessions().size())
+            result.append(u"(list model has %1 rows)"_s.arg(model->rowCount()));
         return result;
     }
 
