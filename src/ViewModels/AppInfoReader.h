@@ -3,6 +3,7 @@
 
 #include "Models/AppInfo.h"
 
+#include <QByteArray>
 #include <QString>
 #include <optional>
 
@@ -12,8 +13,11 @@ namespace AppInfoReader {
 
 // Nothing when the path is not a readable bundle with an identifier.
 [[nodiscard]] std::optional<AppInfo> read(const QString &bundlePath);
-// read() and the bundle's icon.
+// read() and the bundle's icon, clipped.
 [[nodiscard]] std::optional<AppInfo> readWithIcon(const QString &bundlePath);
+// The icon with its corners cut to the rounded square every app icon is shown in (radius 22 %
+// of its edge), so a square icon's corners never stick out; bytes that do not decode unchanged.
+[[nodiscard]] QByteArray clippedIcon(const QByteArray &encoded);
 // The bundle's last path component, also when the path ends in "/".
 [[nodiscard]] QString lastPathComponent(const QString &path);
 // The text after the last "." of the last path component.

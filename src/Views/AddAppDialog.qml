@@ -72,6 +72,7 @@ Popup {
                 required property bool isChecked
                 objectName: "appChoice"
                 width: ListView.view.width
+                rightPadding: 44
                 checked: isChecked
                 focusPolicy: Qt.StrongFocus
                 Accessible.name: name
@@ -82,13 +83,17 @@ Popup {
                 }
                 contentItem: Column {
                     Text {
+                        width: choice.availableWidth
                         text: choice.name
+                        elide: Text.ElideRight
                         color: Theme.primaryText
                         font.family: Theme.fontFamily
                         font.pixelSize: Theme.body
                     }
                     Text {
+                        width: choice.availableWidth
                         text: choice.folder
+                        elide: Text.ElideMiddle
                         color: Theme.secondaryText
                         font.family: Theme.fontFamily
                         font.pixelSize: Theme.caption

@@ -1,10 +1,9 @@
 // SPDX-License-Identifier: MIT
 import QtQuick
-import Qt5Compat.GraphicalEffects
 import Quenzo
 
-// An app's icon at a given size, clipped to its rounded square, or an opaque placeholder with
-// the app symbol when it has no icon or the bytes do not decode.
+// An app's icon at a given size (its corners are cut to the rounded square when it is read), or
+// an opaque placeholder with the app symbol when it has no icon or the bytes do not decode.
 Item {
     id: iconView
     property string iconSource
@@ -37,19 +36,6 @@ Item {
             fillMode: Image.PreserveAspectFit
             smooth: true
             mipmap: true
-            visible: false
-        }
-        Rectangle {
-            id: mask
-            anchors.fill: parent
-            radius: iconView.cornerRadius
-            visible: false
-        }
-        OpacityMask {
-            objectName: "appIconClip"
-            anchors.fill: parent
-            source: image
-            maskSource: mask
             visible: iconView.showsImage
         }
         Rectangle {

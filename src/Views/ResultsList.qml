@@ -35,6 +35,12 @@ ListView {
     Menu {
         id: menu
         objectName: "rowMenu"
+        background: Rectangle {
+            implicitWidth: 220
+            radius: 8
+            color: Theme.alertBackground
+            border.color: Theme.controlEdge
+        }
         MenuItem {
             objectName: "revealItem"
             text: list.presenter.revealText

@@ -2,10 +2,13 @@
 #include "Platform/SystemLayout.h"
 #include "Services/FileDiscoveryService.h"
 #include "Services/UninstallService.h"
+#include "ViewModels/AppInfoReader.h"
 #include "ViewModels/MainViewModel.h"
 #include "support/TemporaryFakeMac.h"
 
 #include <QAbstractItemModelTester>
+#include <QBuffer>
+#include <QImage>
 #include <QSignalSpy>
 #include <QTest>
 
@@ -308,6 +311,23 @@ private slots:
             opened,
             QList{QUrl(
                 u"x-apple.systempreferences:com.apple.preference.security?Privacy_AllFiles"_s)});
+    }
+
+    void iconCornersAreCut()
+    {
+        QImage square(100, 100, QImage::Format_ARGB32);
+        square.fill(Qt::red);
+        QByteArray png;
+        QBuffer buffer(&png);
+        buffer.open(QIODevice::WriteOnly);
+        square.save(&buffer, "PNG");
+        const QImage clipped = QImage::fromData(AppInfoReader::clippedIcon(png));
+        QCOMPARE(clipped.size(), square.size());
+        QCOMPARE(qAlpha(clipped.pixel(1, 1)), 0);
+        QCOMPARE(qAlpha(clipped.pixel(98, 98)), 0);
+        QCOMPARE(qAlpha(clipped.pixel(50, 0)), 255);
+        QCOMPARE(qAlpha(clipped.pixel(50, 50)), 255);
+        QCOMPARE(AppInfoReader::clippedIcon("not an image"), QByteArray("not an image"));
     }
 };
 
