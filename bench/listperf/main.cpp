@@ -69,7 +69,7 @@ int main(int argc, char *argv[])
         presenter.refresh();
         const QString message = presenter.confirmationMessage();
         qInfo("%s: %lld ms (%s)", selected ? "All " : "None", timer.elapsed(),
-              qPrintable(presenter.selectedText()));
+              qPrintable(presenter.footerTitle()));
         Q_UNUSED(message)
     }
     return 0;

@@ -1,6 +1,9 @@
 // SPDX-License-Identifier: MIT
 #include "LogListModel.h"
 
+#include <QSaveFile>
+#include <QUrl>
+
 #include <QLocale>
 #include <QRegularExpression>
 
@@ -71,7 +74,9 @@ QVariant LogListModel::data(const QModelIndex &index, int role) const
     if (Role(role) == Role::isHeading)
         return row.entry < 0;
     if (row.entry < 0)
-        return Role(role) == Role::message ? QVariant(session->displayName()) : QVariant();
+        return Role(role) == Role::message || Role(role) == Role::line
+                   ? QVariant(session->displayName())
+                   : QVariant();
     const LogEntry &entry = session->logs().at(row.entry);
     switch (Role(role)) {
     case Role::message:
@@ -83,6 +88,8 @@ QVariant LogListModel::data(const QModelIndex &index, int role) const
     case Role::symbol:
         return entry.isSuccess ? QStringLiteral("checkmark.circle.fill")
                                : QStringLiteral("xmark.circle.fill");
+    case Role::line:
+        return line(entry);
     default:
         return {};
     }
@@ -90,11 +97,34 @@ QVariant LogListModel::data(const QModelIndex &index, int role) const
 
 QHash<int, QByteArray> LogListModel::roleNames() const
 {
-    return {{int(Role::isHeading), "isHeading"},
-            {int(Role::message), "message"},
-            {int(Role::isSuccess), "isSuccess"},
-            {int(Role::timeText), "timeText"},
-            {int(Role::symbol), "symbol"}};
+    return {{int(Role::isHeading), "isHeading"}, {int(Role::message), "message"},
+            {int(Role::isSuccess), "isSuccess"}, {int(Role::timeText), "timeText"},
+            {int(Role::symbol), "symbol"},       {int(Role::line), "line"}};
+}
+
+QString LogListModel::line(const LogEntry &entry)
+{
+    // The result in words: the colour and the symbol reach neither a screen reader nor a paste.
+    return timeText(entry.timestamp) +
+           (entry.isSuccess ? QStringLiteral(" Succeeded: ") : QStringLiteral(" Failed: ")) +
+           entry.message;
+}
+
+QString LogListModel::plainText() const
+{
+    QStringList lines;
+    for (int row = 0; row < m_rows.size(); ++row)
+        lines.append(data(index(row), int(Role::line)).toString());
+    return lines.join(QLatin1Char('\n')) + QLatin1Char('\n');
+}
+
+bool LogListModel::saveText(const QUrl &file) const
+{
+    QSaveFile out(file.toLocalFile());
+    if (!file.isLocalFile() || !out.open(QIODevice::WriteOnly | QIODevice::Text))
+        return false;
+    out.write(plainText().toUtf8());
+    return out.commit();
 }
 
 QString LogListModel::timeText(const QDateTime &timestamp)

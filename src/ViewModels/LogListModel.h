@@ -16,7 +16,7 @@ class LogListModel : public QAbstractListModel
     Q_PROPERTY(bool isEmpty READ isEmpty NOTIFY isEmptyChanged)
 
 public:
-    enum class Role { isHeading = Qt::UserRole + 1, message, isSuccess, timeText, symbol };
+    enum class Role { isHeading = Qt::UserRole + 1, message, isSuccess, timeText, symbol, line };
     Q_ENUM(Role)
 
     explicit LogListModel(QObject *parent = nullptr);
@@ -29,6 +29,13 @@ public:
     [[nodiscard]] QVariant data(const QModelIndex &index, int role) const override;
     [[nodiscard]] QHash<int, QByteArray> roleNames() const override;
 
+    // Every row as one line of text ("10:42 Failed: ..."), headings included: what Copy and
+    // Save write.
+    [[nodiscard]] Q_INVOKABLE QString plainText() const;
+    // Writes plainText() to a local file; false when it could not be written.
+    Q_INVOKABLE bool saveText(const QUrl &file) const;
+    // An entry as one line with its time and its result in words.
+    [[nodiscard]] static QString line(const LogEntry &entry);
     // A timestamp as the locale writes hours and minutes.
     [[nodiscard]] static QString timeText(const QDateTime &timestamp);
 

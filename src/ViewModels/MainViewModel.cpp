@@ -3,14 +3,16 @@
 
 #include "AppInfoReader.h"
 #include "Models/ByteCountFormatter.h"
-#include "Platform/AppIcon.h"
 #include "Platform/Bundle.h"
 #include "Platform/SystemLayout.h"
 #include "Services/FileDiscoveryService.h"
 #include "Services/UninstallService.h"
 
+#include <QClipboard>
 #include <QDesktopServices>
 #include <QDir>
+#include <QFileInfo>
+#include <QGuiApplication>
 #include <QtConcurrent>
 
 namespace {
@@ -42,6 +44,10 @@ MainViewModel::Dependencies MainViewModel::defaultDependencies()
         [] { return Bundle::mainBundleIdentifier(); },
         [] { return FileDiscoveryService::hasFullDiskAccess(); },
         [](const QUrl &url) { QDesktopServices::openUrl(url); },
+        [](const QString &text) {
+            if (qobject_cast<QGuiApplication *>(QCoreApplication::instance()))
+                QGuiApplication::clipboard()->setText(text);
+        },
     };
 }
 
@@ -61,6 +67,8 @@ MainViewModel::MainViewModel(Dependencies dependencies, QObject *parent)
         m_dependencies.fullDiskAccessProbe = defaults.fullDiskAccessProbe;
     if (!m_dependencies.openUrl)
         m_dependencies.openUrl = defaults.openUrl;
+    if (!m_dependencies.copyText)
+        m_dependencies.copyText = defaults.copyText;
     m_hasFullDiskAccess = m_dependencies.fullDiskAccessProbe();
 }
 
@@ -68,15 +76,6 @@ MainViewModel::~MainViewModel()
 {
     for (const auto &connection : std::as_const(m_sessionObservers))
         disconnect(connection);
-}
-
-QList<QObject *> MainViewModel::sessionObjects() const
-{
-    QList<QObject *> objects;
-    objects.reserve(m_sessions.size());
-    for (const auto &session : m_sessions)
-        objects.append(session.get());
-    return objects;
 }
 
 void MainViewModel::dismissNotice()
@@ -180,24 +179,25 @@ bool MainViewModel::isListed(const QString &bundlePath) const
 
 void MainViewModel::scan(const QSharedPointer<UninstallSession> &session, const QString &bundlePath)
 {
-    auto record = AppInfoReader::read(bundlePath);
-    if (!record) {
-        removeSession(session.get());
-        setNotice(AppInfoReader::lastPathComponent(bundlePath) +
-                  QStringLiteral(" couldn't be read as an app."));
-        return;
-    }
+    // The bundle is the user's and may be slow or hostile to read: never on this thread.
     QtConcurrent::run([bundlePath] {
-        return AppIcon::extract(bundlePath);
-    }).then(this, [this, session, record = *record](const std::optional<QByteArray> &icon) mutable {
+        return AppInfoReader::readWithIcon(bundlePath);
+    }).then(this, [this, session, bundlePath](const std::optional<AppInfo> &record) {
+        if (!m_sessions.contains(session))
+            return; // removed from the list while its bundle was read
+        if (!record) {
+            removeSession(session.get());
+            setNotice(AppInfoReader::lastPathComponent(bundlePath) +
+                      QStringLiteral(" couldn't be read as an app."));
+            return;
+        }
         const auto ownIdentifier = m_dependencies.ownBundleIdentifier();
-        if (ownIdentifier && *ownIdentifier == record.bundleIdentifier) {
+        if (ownIdentifier && *ownIdentifier == record->bundleIdentifier) {
             removeSession(session.get());
             setNotice(kItselfNotice);
             return;
         }
-        record.icon = icon;
-        session->setAppInfo(record);
+        session->setAppInfo(*record);
         discover(session);
     });
 }
@@ -269,10 +269,26 @@ void MainViewModel::openTrash()
     m_dependencies.openUrl(QUrl::fromLocalFile(SystemLayout::home() + QStringLiteral("/.Trash")));
 }
 
+QUrl MainViewModel::applicationsFolder() const
+{
+    return QUrl::fromLocalFile(SystemLayout::path(QStringLiteral("/Applications")));
+}
+
+void MainViewModel::revealInFileManager(const QString &path)
+{
+    m_dependencies.openUrl(QUrl::fromLocalFile(QFileInfo(path).absolutePath()));
+}
+
+void MainViewModel::copyPath(const QString &path)
+{
+    m_dependencies.copyText(SystemLayout::macPath(path).value_or(path));
+}
+
 void MainViewModel::setSessions(const QList<QSharedPointer<UninstallSession>> &sessions)
 {
     emit willChange();
     m_sessions = sessions;
+    m_sessionModel.setSessions(sessions);
     observeSessions();
     emit sessionsChanged();
     emit stateChanged();

@@ -2,6 +2,7 @@
 #pragma once
 
 #include "Models/UninstallSession.h"
+#include "SessionListModel.h"
 
 #include <QList>
 #include <QObject>
@@ -20,7 +21,7 @@ class UninstallService;
 class MainViewModel : public QObject
 {
     Q_OBJECT
-    Q_PROPERTY(QList<QObject *> sessions READ sessionObjects NOTIFY sessionsChanged)
+    Q_PROPERTY(SessionListModel *sessionModel READ sessionModel CONSTANT)
     Q_PROPERTY(int sessionCount READ sessionCount NOTIFY sessionsChanged)
     Q_PROPERTY(QString notice READ noticeText NOTIFY noticeChanged)
     Q_PROPERTY(bool hasNotice READ hasNotice NOTIFY noticeChanged)
@@ -41,6 +42,7 @@ public:
         std::function<std::optional<QString>()> ownBundleIdentifier;
         std::function<bool()> fullDiskAccessProbe;
         std::function<void(const QUrl &)> openUrl;
+        std::function<void(const QString &)> copyText;
     };
     // The real services, this program's own identifier and the real probe.
     [[nodiscard]] static Dependencies defaultDependencies();
@@ -53,7 +55,7 @@ public:
     {
         return m_sessions;
     }
-    [[nodiscard]] QList<QObject *> sessionObjects() const;
+    [[nodiscard]] SessionListModel *sessionModel() { return &m_sessionModel; }
     [[nodiscard]] int sessionCount() const { return int(m_sessions.size()); }
 
     [[nodiscard]] const std::optional<QString> &notice() const { return m_notice; }
@@ -78,6 +80,12 @@ public:
     Q_INVOKABLE void openFullDiskAccessSettings();
     // Shows the user's Trash folder (HOME/.Trash) in the file manager.
     Q_INVOKABLE void openTrash();
+    // Where the "Add App…" dialog opens: the Mac's /Applications.
+    [[nodiscard]] Q_INVOKABLE QUrl applicationsFolder() const;
+    // Shows the folder that holds a found item in the file manager.
+    Q_INVOKABLE void revealInFileManager(const QString &path);
+    // Puts an item's path, as the Mac names it, on the clipboard.
+    Q_INVOKABLE void copyPath(const QString &path);
 
 signals:
     void willChange();
@@ -98,6 +106,7 @@ private:
 
     Dependencies m_dependencies;
     QList<QSharedPointer<UninstallSession>> m_sessions;
+    SessionListModel m_sessionModel;
     std::optional<QString> m_notice;
     bool m_hasFullDiskAccess = false;
     QList<QMetaObject::Connection> m_sessionObservers;

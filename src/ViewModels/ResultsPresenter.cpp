@@ -40,6 +40,7 @@ void ResultsPresenter::sessionsReplaced()
     }
     m_listModel.setSessions(list);
     m_logModel.setSessions(list);
+    m_summaryModel.setSessions(list);
     refresh();
 }
 
@@ -55,7 +56,24 @@ void ResultsPresenter::refresh()
 {
     m_refreshPending = false;
     m_hasProtectedFiles = ResultsRules::hasProtectedFiles(sessions());
-    emit changed();
+    m_summaryModel.refresh();
+    const QVariantList groups[4] = {
+        {QVariant::fromValue(body()), isSingleSession(), isSingleSIPApp(), statusText()},
+        {headerTitle(), headerDetail(), versionText(), headerIcons(), hasLogs(),
+         showsFullDiskAccessBanner()},
+        {m_hasProtectedFiles, canUninstall(), canCancel(), footerTitle(), footerDetail(),
+         confirmationMessage(), dropOverlayText()},
+        {hasFailures()},
+    };
+    void (ResultsPresenter::*const notifiers[4])() = {
+        &ResultsPresenter::bodyChanged, &ResultsPresenter::headerChanged,
+        &ResultsPresenter::footerChanged, &ResultsPresenter::outcomeChanged};
+    for (int group = 0; group < 4; ++group) {
+        if (groups[group] == m_shown[group])
+            continue;
+        m_shown[group] = groups[group];
+        emit(this->*notifiers[group])();
+    }
 }
 
 QList<const UninstallSession *> ResultsPresenter::sessions() const
@@ -68,28 +86,32 @@ QList<const UninstallSession *> ResultsPresenter::sessions() const
     return list;
 }
 
+QString ResultsPresenter::revealText()
+{
+#ifdef Q_OS_MACOS
+    return QStringLiteral("Reveal in Finder");
+#else
+    return QStringLiteral("Open Containing Folder");
+#endif
+}
+
 ResultsPresenter::Body ResultsPresenter::body() const
 {
     const auto list = sessions();
     if (!m_viewModel || list.isEmpty())
-        return Body::scanning;
+        return Body::Scanning;
     const bool allScanning = std::all_of(list.cbegin(), list.cend(), [](const auto *session) {
         return session->status().kind() == UninstallStatus::Kind::scanning;
     });
     if (allScanning)
-        return Body::scanning;
+        return Body::Scanning;
     if (m_viewModel->isProcessing())
-        return Body::uninstalling;
+        return Body::Uninstalling;
     if (m_viewModel->isCompleted())
-        return Body::completed;
+        return Body::Completed;
     if (isSingleSIPApp())
-        return Body::protectedApp;
-    return list.size() == 1 ? Body::categoryList : Body::appList;
-}
-
-QString ResultsPresenter::bodyName() const
-{
-    return QString::fromLatin1(QMetaEnum::fromType<Body>().valueToKey(int(body())));
+        return Body::ProtectedApp;
+    return list.size() == 1 ? Body::CategoryList : Body::AppList;
 }
 
 bool ResultsPresenter::isSingleSIPApp() const
@@ -155,18 +177,6 @@ QStringList ResultsPresenter::headerIcons() const
     return icons;
 }
 
-QString ResultsPresenter::selectedText() const
-{
-    return QString::number(m_viewModel ? m_viewModel->selectedFilesCount() : 0) +
-           QStringLiteral(" files selected");
-}
-
-QString ResultsPresenter::totalSizeText() const
-{
-    return QStringLiteral("Total size: ") +
-           formattedByteCount(m_viewModel ? m_viewModel->totalSize() : 0);
-}
-
 QString ResultsPresenter::primaryButtonText() const
 {
     return m_hasProtectedFiles ? QStringLiteral("Uninstall") : QStringLiteral("Move to Trash");
@@ -180,32 +190,77 @@ QString ResultsPresenter::confirmationMessage() const
                                              m_viewModel->totalSize(), m_hasProtectedFiles);
 }
 
-QString ResultsPresenter::removedTotalText() const
+QString ResultsPresenter::footerTitle() const
 {
+    if (body() != Body::Completed)
+        return QString::number(m_viewModel ? m_viewModel->selectedFilesCount() : 0) +
+               QStringLiteral(" files selected");
     int total = 0;
     for (const auto *session : sessions())
         total += session->removedCount();
     return QString::number(total) + QStringLiteral(" files removed");
 }
 
-QVariantList ResultsPresenter::summaryRows() const
+QString ResultsPresenter::footerDetail() const
 {
-    QVariantList rows;
-    for (const auto *session : sessions()) {
-        const QString failed =
-            session->failedCount() > 0
-                ? QString::number(session->failedCount()) + QStringLiteral(" couldn't be removed")
-                : QString();
-        rows.append(QVariantMap{
-            {QStringLiteral("name"), session->displayName()},
-            {QStringLiteral("iconSource"), ResultsRules::iconSource(session->appInfo())},
-            {QStringLiteral("removedText"), QString::number(session->removedCount()) +
-                                                QStringLiteral(" files · ") +
-                                                formattedByteCount(session->removedBytes())},
-            {QStringLiteral("failedText"), failed},
-        });
+    if (body() == Body::Completed)
+        return QStringLiteral("Drop another app to quenz it");
+    return QStringLiteral("Total size: ") +
+           formattedByteCount(m_viewModel ? m_viewModel->totalSize() : 0);
+}
+
+QString ResultsPresenter::outcomeHeadline() const
+{
+    return hasFailures() ? QStringLiteral("Finished with Some Errors")
+                         : QStringLiteral("Uninstall Complete");
+}
+
+QString ResultsPresenter::outcomeSubline() const
+{
+    return hasFailures()
+               ? QStringLiteral("Some files couldn't be removed. Check the logs for details.")
+               : QStringLiteral("Files moved to Trash can be restored from Finder if needed.");
+}
+
+QString ResultsPresenter::outcomeSymbol() const
+{
+    return hasFailures() ? QStringLiteral("exclamationmark.circle.fill")
+                         : QStringLiteral("checkmark.circle.fill");
+}
+
+QString ResultsPresenter::statusText() const
+{
+    switch (body()) {
+    case Body::Scanning:
+        return QStringLiteral("Scanning for files...");
+    case Body::Uninstalling:
+        return QStringLiteral("Uninstalling...");
+    case Body::Completed:
+        return outcomeHeadline();
+    case Body::ProtectedApp:
+        return QStringLiteral("System app protected by SIP - Cannot be uninstalled");
+    case Body::CategoryList:
+    case Body::AppList:
+        break;
     }
-    return rows;
+    return QStringLiteral("Scan finished: ") + footerTitle();
+}
+
+bool ResultsPresenter::canUninstall() const
+{
+    return m_viewModel && m_viewModel->canUninstall() && !isSingleSIPApp();
+}
+
+bool ResultsPresenter::canCancel() const
+{
+    return m_viewModel && !m_viewModel->isProcessing() && body() != Body::Completed;
+}
+
+ResultsPresenter::DefaultAction ResultsPresenter::defaultAction() const
+{
+    if (body() == Body::Completed)
+        return DefaultAction::Done;
+    return canUninstall() ? DefaultAction::Confirm : DefaultAction::None;
 }
 
 QString ResultsPresenter::dropOverlayText() const

@@ -4,6 +4,7 @@
 #include "LogListModel.h"
 #include "MainViewModel.h"
 #include "ResultsListModel.h"
+#include "SummaryListModel.h"
 
 #include <QObject>
 #include <QPointer>
@@ -11,39 +12,51 @@
 
 // What the results screen shows, derived from the controller: which body, the header, the
 // footer texts and buttons, the confirmation and the completion summary. Recomputed once per
-// turn of the event loop after any change, so a burst of selection changes costs one update.
+// turn of the event loop after any change; each group of properties notifies only when one of
+// its values differs, so a burst of selection changes repaints the footer and nothing else.
 class ResultsPresenter : public QObject
 {
     Q_OBJECT
     Q_PROPERTY(MainViewModel *viewModel READ viewModel WRITE setViewModel NOTIFY viewModelChanged)
     Q_PROPERTY(ResultsListModel *listModel READ listModel CONSTANT)
     Q_PROPERTY(LogListModel *logModel READ logModel CONSTANT)
-    Q_PROPERTY(Body body READ body NOTIFY changed)
-    Q_PROPERTY(QString bodyName READ bodyName NOTIFY changed)
-    Q_PROPERTY(bool isSingleSession READ isSingleSession NOTIFY changed)
-    Q_PROPERTY(bool isSingleSIPApp READ isSingleSIPApp NOTIFY changed)
-    Q_PROPERTY(bool hasProtectedFiles READ hasProtectedFiles NOTIFY changed)
-    Q_PROPERTY(bool hasFailures READ hasFailures NOTIFY changed)
-    Q_PROPERTY(bool hasLogs READ hasLogs NOTIFY changed)
-    Q_PROPERTY(bool canUninstall READ canUninstall NOTIFY changed)
-    Q_PROPERTY(bool showsFullDiskAccessBanner READ showsFullDiskAccessBanner NOTIFY changed)
-    Q_PROPERTY(QString batchName READ batchName NOTIFY changed)
-    Q_PROPERTY(QString headerTitle READ headerTitle NOTIFY changed)
-    Q_PROPERTY(QString headerDetail READ headerDetail NOTIFY changed)
-    Q_PROPERTY(QString versionText READ versionText NOTIFY changed)
-    Q_PROPERTY(QStringList headerIcons READ headerIcons NOTIFY changed)
-    Q_PROPERTY(QString selectedText READ selectedText NOTIFY changed)
-    Q_PROPERTY(QString totalSizeText READ totalSizeText NOTIFY changed)
-    Q_PROPERTY(QString primaryButtonText READ primaryButtonText NOTIFY changed)
-    Q_PROPERTY(QString confirmationMessage READ confirmationMessage NOTIFY changed)
-    Q_PROPERTY(QString removedTotalText READ removedTotalText NOTIFY changed)
-    Q_PROPERTY(QVariantList summaryRows READ summaryRows NOTIFY changed)
-    Q_PROPERTY(QString dropOverlayText READ dropOverlayText NOTIFY changed)
+    Q_PROPERTY(SummaryListModel *summaryModel READ summaryModel CONSTANT)
+
+    Q_PROPERTY(QString revealText READ revealText CONSTANT)
+    Q_PROPERTY(Body body READ body NOTIFY bodyChanged)
+    Q_PROPERTY(bool isSingleSession READ isSingleSession NOTIFY bodyChanged)
+    Q_PROPERTY(bool isSingleSIPApp READ isSingleSIPApp NOTIFY bodyChanged)
+    Q_PROPERTY(QString statusText READ statusText NOTIFY bodyChanged)
+
+    Q_PROPERTY(QString batchName READ batchName NOTIFY headerChanged)
+    Q_PROPERTY(QString headerTitle READ headerTitle NOTIFY headerChanged)
+    Q_PROPERTY(QString headerDetail READ headerDetail NOTIFY headerChanged)
+    Q_PROPERTY(QString versionText READ versionText NOTIFY headerChanged)
+    Q_PROPERTY(QStringList headerIcons READ headerIcons NOTIFY headerChanged)
+    Q_PROPERTY(bool hasLogs READ hasLogs NOTIFY headerChanged)
+    Q_PROPERTY(bool showsFullDiskAccessBanner READ showsFullDiskAccessBanner NOTIFY headerChanged)
+
+    Q_PROPERTY(bool hasProtectedFiles READ hasProtectedFiles NOTIFY footerChanged)
+    Q_PROPERTY(bool canUninstall READ canUninstall NOTIFY footerChanged)
+    Q_PROPERTY(bool canCancel READ canCancel NOTIFY footerChanged)
+    Q_PROPERTY(QString footerTitle READ footerTitle NOTIFY footerChanged)
+    Q_PROPERTY(QString footerDetail READ footerDetail NOTIFY footerChanged)
+    Q_PROPERTY(QString primaryButtonText READ primaryButtonText NOTIFY footerChanged)
+    Q_PROPERTY(QString confirmationMessage READ confirmationMessage NOTIFY footerChanged)
+    Q_PROPERTY(QString dropOverlayText READ dropOverlayText NOTIFY footerChanged)
+
+    Q_PROPERTY(bool hasFailures READ hasFailures NOTIFY outcomeChanged)
+    Q_PROPERTY(QString outcomeHeadline READ outcomeHeadline NOTIFY outcomeChanged)
+    Q_PROPERTY(QString outcomeSubline READ outcomeSubline NOTIFY outcomeChanged)
+    Q_PROPERTY(QString outcomeSymbol READ outcomeSymbol NOTIFY outcomeChanged)
 
 public:
     // The body between header and footer, in the order the screen chooses it.
-    enum class Body { scanning, uninstalling, completed, protectedApp, categoryList, appList };
+    enum class Body { Scanning, Uninstalling, Completed, ProtectedApp, CategoryList, AppList };
     Q_ENUM(Body)
+    // What Return does on the results screen.
+    enum class DefaultAction { None, Confirm, Done };
+    Q_ENUM(DefaultAction)
 
     explicit ResultsPresenter(QObject *parent = nullptr);
 
@@ -51,36 +64,45 @@ public:
     void setViewModel(MainViewModel *viewModel);
     [[nodiscard]] ResultsListModel *listModel() { return &m_listModel; }
     [[nodiscard]] LogListModel *logModel() { return &m_logModel; }
+    [[nodiscard]] SummaryListModel *summaryModel() { return &m_summaryModel; }
 
+    // The context menu's way to the file manager, named as the platform names it.
+    [[nodiscard]] static QString revealText();
     [[nodiscard]] Body body() const;
-    // The body's key ("categoryList"), as QML compares it.
-    [[nodiscard]] QString bodyName() const;
     [[nodiscard]] bool isSingleSession() const { return sessions().size() == 1; }
     [[nodiscard]] bool isSingleSIPApp() const;
+    // The state in words, for the screen reader to announce when it changes.
+    [[nodiscard]] QString statusText() const;
     [[nodiscard]] bool hasProtectedFiles() const { return m_hasProtectedFiles; }
     [[nodiscard]] bool hasFailures() const;
     [[nodiscard]] bool hasLogs() const;
-    [[nodiscard]] bool canUninstall() const { return m_viewModel && m_viewModel->canUninstall(); }
+    [[nodiscard]] bool canUninstall() const;
+    [[nodiscard]] bool canCancel() const;
     [[nodiscard]] bool showsFullDiskAccessBanner() const;
     [[nodiscard]] QString batchName() const;
     [[nodiscard]] QString headerTitle() const;
     [[nodiscard]] QString headerDetail() const;
     [[nodiscard]] QString versionText() const;
     [[nodiscard]] QStringList headerIcons() const;
-    [[nodiscard]] QString selectedText() const;
-    [[nodiscard]] QString totalSizeText() const;
+    [[nodiscard]] QString footerTitle() const;
+    [[nodiscard]] QString footerDetail() const;
     [[nodiscard]] QString primaryButtonText() const;
     [[nodiscard]] QString confirmationMessage() const;
-    [[nodiscard]] QString removedTotalText() const;
-    [[nodiscard]] QVariantList summaryRows() const;
     [[nodiscard]] QString dropOverlayText() const;
+    [[nodiscard]] QString outcomeHeadline() const;
+    [[nodiscard]] QString outcomeSubline() const;
+    [[nodiscard]] QString outcomeSymbol() const;
+    [[nodiscard]] Q_INVOKABLE DefaultAction defaultAction() const;
 
     // Recomputes now instead of on the next turn of the event loop.
     Q_INVOKABLE void refresh();
 
 signals:
     void viewModelChanged();
-    void changed();
+    void bodyChanged();
+    void headerChanged();
+    void footerChanged();
+    void outcomeChanged();
 
 private:
     [[nodiscard]] QList<const UninstallSession *> sessions() const;
@@ -90,7 +112,10 @@ private:
     QPointer<MainViewModel> m_viewModel;
     ResultsListModel m_listModel;
     LogListModel m_logModel;
+    SummaryListModel m_summaryModel;
     QList<QMetaObject::Connection> m_connections;
+    // The values each group last notified, to notify a group only when it differs.
+    QVariantList m_shown[4];
     bool m_hasProtectedFiles = false;
     bool m_refreshPending = false;
 };

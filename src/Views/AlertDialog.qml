@@ -3,8 +3,9 @@ import QtQuick
 import QtQuick.Controls
 import QtQuick.Layouts
 
-// A modal alert: title, message, a cancel button and optionally a destructive action. Escape
-// cancels, Return takes the action (or the cancel button when there is none).
+// A modal alert: title, message, a cancel button and optionally a destructive action. The cancel
+// button is the default: Escape and Return cancel, and the action is taken only when it is
+// chosen on purpose (clicked, or focused with Tab and pressed).
 Dialog {
     id: alert
     property string message
@@ -19,7 +20,7 @@ Dialog {
     padding: 20
     closePolicy: Popup.CloseOnEscape
 
-    Overlay.modal: Rectangle { color: Qt.rgba(0, 0, 0, 0.18) }
+    Overlay.modal: Rectangle { color: Theme.scrim }
 
     enter: Transition {
         NumberAnimation { property: "scale"; from: 1.08; to: 1; duration: 160; easing.type: Easing.OutCubic }
@@ -46,7 +47,7 @@ Dialog {
             id: panel
             anchors.fill: parent
             radius: 14
-            color: "#f8f9fb"
+            color: Theme.alertBackground
             border.color: Theme.hairline
         }
     }
@@ -55,16 +56,19 @@ Dialog {
 
     contentItem: ColumnLayout {
         spacing: 10
-        Keys.onReturnPressed: alert.actionText !== "" ? alert.takeAction() : alert.close()
-        Keys.onEnterPressed: alert.actionText !== "" ? alert.takeAction() : alert.close()
+        Accessible.role: Accessible.AlertMessage
+        Accessible.name: alert.title
+        Accessible.description: alert.message
+        Keys.onReturnPressed: actionButton.activeFocus ? alert.takeAction() : alert.close()
+        Keys.onEnterPressed: actionButton.activeFocus ? alert.takeAction() : alert.close()
 
         GradientRect {
             Layout.alignment: Qt.AlignHCenter
             implicitWidth: 52
             implicitHeight: 52
             radius: 13
-            startColor: Theme.blue
-            endColor: Theme.cyan
+            startColor: Theme.accentFill
+            endColor: Theme.accentFillEnd
             SymbolImage {
                 anchors.centerIn: parent
                 symbol: "trash"
@@ -86,7 +90,7 @@ Dialog {
             objectName: "alertMessage"
             Layout.fillWidth: true
             text: alert.message
-            wrapMode: Text.Wrap
+            wrapMode: Text.WordWrap
             horizontalAlignment: Text.AlignHCenter
             color: Theme.primaryText
             font.family: Theme.fontFamily
@@ -103,21 +107,21 @@ Dialog {
                 text: alert.cancelText
                 fontSize: 13
                 padY: 7
-                focus: alert.actionText === ""
+                focus: true
                 onClicked: alert.close()
             }
             CapsuleButton {
+                id: actionButton
                 objectName: "alertActionButton"
                 Layout.fillWidth: true
                 visible: alert.actionText !== ""
                 text: alert.actionText
                 fontSize: 13
                 padY: 7
-                textColor: "white"
+                textColor: Theme.textOnAccent
                 gradientFill: true
-                startColor: Theme.red
-                endColor: Theme.orange
-                focus: alert.actionText !== ""
+                startColor: Theme.destructiveFill
+                endColor: Theme.destructiveFillEnd
                 onClicked: alert.takeAction()
             }
         }

@@ -1,8 +1,9 @@
 // SPDX-License-Identifier: MIT
 import QtQuick
+import Quenzo
 
-// An app's icon at a given size, or a frosted placeholder with the app symbol when it has no
-// icon or the bytes do not decode.
+// An app's icon at a given size (its corners are cut to the rounded square when it is read), or
+// an opaque placeholder with the app symbol when it has no icon or the bytes do not decode.
 Item {
     id: iconView
     property string iconSource
@@ -21,9 +22,11 @@ Item {
         dy: Math.round(iconView.size * 0.055)
         color: Qt.rgba(0, 0, 0, 0.15)
     }
+
     Item {
         id: frame
         anchors.fill: parent
+
         Image {
             id: image
             objectName: "appIconImage"
@@ -43,11 +46,13 @@ Item {
             border.width: 1
             visible: iconView.showsImage
         }
-        MaterialRect {
+        Rectangle {
             objectName: "appIconPlaceholder"
             anchors.fill: parent
             radius: iconView.cornerRadius
             visible: !iconView.showsImage
+            color: Theme.controlBackground
+            border.color: Theme.controlEdge
             SymbolImage {
                 anchors.centerIn: parent
                 symbol: "app.fill"

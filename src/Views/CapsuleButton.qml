@@ -2,8 +2,8 @@
 import QtQuick
 import QtQuick.Controls
 
-// A plain-styled button on a capsule: the frosted material, or a diagonal gradient with a
-// coloured shadow for the primary action. Optional leading symbol.
+// A plain-styled button on a capsule: a neutral fill that stands apart from its surface, or a
+// diagonal gradient with a coloured shadow for the primary action. Optional leading symbol.
 Button {
     id: button
     property string symbol
@@ -12,8 +12,8 @@ Button {
     property int fontSize: 14
     property int fontWeight: Font.Medium
     property bool gradientFill: false
-    property color startColor: Theme.blue
-    property color endColor: Theme.cyan
+    property color startColor: Theme.accentFill
+    property color endColor: Theme.accentFillEnd
     property real padX: 16
     property real padY: 8
     property real disabledOpacity: 0.5
@@ -70,12 +70,15 @@ Button {
             startColor: button.down ? Qt.darker(button.startColor, 1.1) : button.startColor
             endColor: button.down ? Qt.darker(button.endColor, 1.1) : button.endColor
         }
-        MaterialRect {
+        Rectangle {
             anchors.fill: parent
             visible: !button.gradientFill
             radius: height / 2
-            color: button.down ? Qt.rgba(1, 1, 1, 0.4)
-                 : button.hovered ? Qt.rgba(1, 1, 1, 0.8) : Theme.material
+            color: button.down ? Qt.darker(Theme.controlBackground, 1.08)
+                 : button.hovered ? Qt.lighter(Theme.controlBackground, 1.04)
+                 : Theme.controlBackground
+            border.color: Theme.controlEdge
+            border.width: 1
         }
         // Keyboard focus ring.
         Rectangle {
@@ -83,7 +86,7 @@ Button {
             anchors.margins: -3
             radius: height / 2
             color: "transparent"
-            border.color: Qt.rgba(0, 0.48, 1, 0.55)
+            border.color: Theme.accent
             border.width: 2.5
             visible: button.visualFocus
         }

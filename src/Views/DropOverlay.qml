@@ -48,7 +48,7 @@ Item {
                 objectName: "dropOverlayText"
                 anchors.verticalCenter: parent.verticalCenter
                 text: overlay.text
-                color: Theme.blue
+                color: Theme.accentText
                 font.family: Theme.fontFamily
                 font.pixelSize: 16
                 font.weight: Font.DemiBold

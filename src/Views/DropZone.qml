@@ -8,6 +8,7 @@ Item {
     id: dropZone
     required property MainViewModel viewModel
     property bool isTargeted: false
+    signal addAppClicked()
 
     // Response 0.4 s, damping fraction 0.7.
     component Spring: SpringAnimation {
@@ -20,7 +21,7 @@ Item {
 
     Column {
         anchors.centerIn: parent
-        spacing: 50
+        spacing: 36
 
         Item {
             id: cardArea
@@ -29,6 +30,9 @@ Item {
             height: card.height
             scale: dropZone.isTargeted ? 1.02 : 1.0
             Behavior on scale { Spring {} }
+            Accessible.role: Accessible.Grouping
+            Accessible.name: "Drop zone"
+            Accessible.description: "Drag Apps Here to Uninstall. Drop one or several apps to remove them and all their files, or choose Add App."
 
             SoftShadow {
                 target: card
@@ -122,21 +126,40 @@ Item {
             }
         }
 
-        CapsuleButton {
-            id: fullDiskAccessButton
-            objectName: "fullDiskAccessButton"
+        Column {
             anchors.horizontalCenter: parent.horizontalCenter
-            visible: !dropZone.viewModel.hasFullDiskAccess
-            text: "Allow Full Disk Access to find every leftover"
-            symbol: "lock.shield"
-            textColor: Theme.secondaryText
-            fontSize: 13
-            padX: 14
-            padY: 7
-            ToolTip.visible: hovered
-            ToolTip.delay: 600
-            ToolTip.text: "Opens System Settings › Privacy & Security › Full Disk Access"
-            onClicked: dropZone.viewModel.openFullDiskAccessSettings()
+            spacing: 14
+
+            CapsuleButton {
+                objectName: "addAppButton"
+                anchors.horizontalCenter: parent.horizontalCenter
+                text: "Add App…"
+                symbol: "plus.circle.fill"
+                fontSize: 13
+                padX: 14
+                padY: 7
+                focus: true
+                Accessible.description: "Choose apps in the Applications folder"
+                onClicked: dropZone.addAppClicked()
+            }
+
+            CapsuleButton {
+                id: fullDiskAccessButton
+                objectName: "fullDiskAccessButton"
+                anchors.horizontalCenter: parent.horizontalCenter
+                visible: !dropZone.viewModel.hasFullDiskAccess
+                text: "Allow Full Disk Access to find every leftover"
+                symbol: "lock.shield"
+                textColor: Theme.secondaryText
+                fontSize: 13
+                padX: 14
+                padY: 7
+                ToolTip.visible: hovered
+                ToolTip.delay: 600
+                ToolTip.text: "Opens System Settings › Privacy & Security › Full Disk Access"
+                Accessible.description: ToolTip.text
+                onClicked: dropZone.viewModel.openFullDiskAccessSettings()
+            }
         }
     }
 }

@@ -4,11 +4,13 @@ import QtQuick.Controls
 import QtQuick.Layouts
 import Quenzo
 
-// One found item: its checkbox, display path, category (in the per-app list), size and one
-// badge. Items that are part of the system are dimmed and cannot be ticked.
+// One found item: its checkbox, display path, why it was found, category (in the per-app list),
+// size and one badge. Items that are part of the system are dimmed and cannot be ticked. The
+// checkbox carries the row's keyboard focus, its name and its description for screen readers.
 Item {
     id: row
     property string displayPath
+    property string reason
     property string sizeText
     property string categoryName
     property string categorySymbol
@@ -16,16 +18,30 @@ Item {
     property bool isSelected
     property bool isSIPProtected
     property string badgeText
-    property string badgeTone
+    property int badgeTone
+    property string accessibleName
+    property string accessibleDescription
+    readonly property alias checkBox: checkBox
+
     signal toggled()
     signal focused()
+    signal menuRequested(real x, real y)
 
     implicitHeight: layout.implicitHeight + 8 + 8
     opacity: isSIPProtected ? 0.6 : 1
 
-    readonly property color badgeColor: badgeTone === "orange" ? Theme.orange
-                                      : badgeTone === "blue" ? Theme.blue
+    readonly property color badgeColor: badgeTone === ResultsListModel.Warning ? Theme.warningText
+                                      : badgeTone === ResultsListModel.Accent ? Theme.accentText
                                       : Theme.secondaryText
+
+    ToolTip.visible: reason !== "" && hover.hovered
+    ToolTip.delay: 800
+    ToolTip.text: "Found by " + reason
+    HoverHandler { id: hover }
+    TapHandler {
+        acceptedButtons: Qt.RightButton
+        onTapped: (point) => row.menuRequested(point.position.x, point.position.y)
+    }
 
     RowLayout {
         id: layout
@@ -46,32 +62,35 @@ Item {
             Layout.preferredWidth: 16
             Layout.preferredHeight: 16
             Layout.alignment: Qt.AlignVCenter
-            Accessible.name: row.displayPath
+            Accessible.name: row.accessibleName
+            Accessible.description: row.accessibleDescription
             onToggled: {
                 row.toggled()
                 checked = Qt.binding(() => row.isSelected)
             }
             onActiveFocusChanged: if (activeFocus) row.focused()
+            Keys.onMenuPressed: row.menuRequested(0, row.height)
             indicator: Rectangle {
                 implicitWidth: 16
                 implicitHeight: 16
                 radius: 4
-                color: checkBox.checked ? Theme.blue : Qt.rgba(1, 1, 1, 0.9)
-                border.color: checkBox.checked ? Qt.darker(Theme.blue, 1.1) : Qt.rgba(0, 0, 0, 0.22)
+                color: checkBox.checked ? Theme.accent : Theme.rowBackground
+                border.color: checkBox.checked ? Qt.darker(Theme.accent, 1.1) : Theme.controlEdge
                 border.width: 1
                 SymbolImage {
                     anchors.centerIn: parent
                     visible: checkBox.checked
                     symbol: "checkmark.circle.fill"
-                    color: Theme.blue
+                    color: Theme.accent
                     size: 16
                 }
                 Rectangle {
+                    objectName: "focusRing"
                     anchors.fill: parent
                     anchors.margins: -3
                     radius: 6
                     color: "transparent"
-                    border.color: Qt.rgba(0, 0.48, 1, 0.5)
+                    border.color: Theme.accent
                     border.width: 2.5
                     visible: checkBox.visualFocus
                 }
@@ -92,7 +111,7 @@ Item {
                 font.family: Theme.fontFamily
                 font.pixelSize: Theme.body
             }
-            Row {
+            RowLayout {
                 Layout.fillWidth: true
                 spacing: 8
                 Row {
@@ -122,10 +141,22 @@ Item {
                     objectName: "fileBadge"
                     visible: text !== ""
                     text: row.badgeText
-                    width: Math.min(implicitWidth, Math.max(60, layout.width - x - 40))
+                    Layout.maximumWidth: implicitWidth
+                    Layout.fillWidth: true
                     elide: Text.ElideRight
                     maximumLineCount: 1
                     color: row.badgeColor
+                    font.family: Theme.fontFamily
+                    font.pixelSize: Theme.caption
+                }
+                Text {
+                    objectName: "fileReason"
+                    visible: text !== ""
+                    Layout.fillWidth: true
+                    text: row.reason
+                    elide: Text.ElideRight
+                    maximumLineCount: 1
+                    color: Theme.tertiaryText
                     font.family: Theme.fontFamily
                     font.pixelSize: Theme.caption
                 }

@@ -5,7 +5,7 @@ import QtQuick.Controls
 // A plain-styled text button ("All", "None", "Allow").
 Button {
     id: button
-    property color textColor: Theme.blue
+    property color textColor: Theme.accentText
     property int fontSize: Theme.caption
     padding: 2
     leftPadding: 4
@@ -22,8 +22,9 @@ Button {
     }
     background: Rectangle {
         radius: 4
-        color: button.hovered ? Qt.rgba(0, 0.48, 1, 0.08) : "transparent"
-        border.color: Qt.rgba(0, 0.48, 1, 0.55)
+        color: button.hovered ? Qt.rgba(Theme.accent.r, Theme.accent.g, Theme.accent.b, 0.1)
+                              : "transparent"
+        border.color: Theme.accent
         border.width: button.visualFocus ? 2 : 0
     }
 }

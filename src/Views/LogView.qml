@@ -1,11 +1,13 @@
 // SPDX-License-Identifier: MIT
 import QtQuick
 import QtQuick.Controls
+import QtQuick.Dialogs
 import QtQuick.Layouts
 import Quenzo
 
 // The activity log as a sheet, 500 × 400: each session's entries, headed by the app's name
-// when there are several sessions.
+// when there are several sessions. Each message can be selected; Copy and Save take the whole
+// log as text, every entry with its time and its result in words.
 Popup {
     id: sheet
     required property LogListModel logModel
@@ -17,7 +19,7 @@ Popup {
     height: 400
     padding: 0
     closePolicy: Popup.CloseOnEscape
-    Overlay.modal: Rectangle { color: Qt.rgba(0, 0, 0, 0.18) }
+    Overlay.modal: Rectangle { color: Theme.scrim }
 
     enter: Transition {
         NumberAnimation { property: "y"; from: -40; duration: 220; easing.type: Easing.OutCubic }
@@ -36,7 +38,7 @@ Popup {
             id: panel
             anchors.fill: parent
             radius: 12
-            color: "#f9fafc"
+            color: Theme.alertBackground
             border.color: Theme.hairline
         }
     }
@@ -55,6 +57,30 @@ Popup {
                 font.weight: Font.DemiBold
             }
             Item { Layout.fillWidth: true }
+            CapsuleButton {
+                objectName: "logCopyButton"
+                text: "Copy"
+                fontSize: 13
+                padX: 14
+                padY: 5
+                enabled: !sheet.logModel.isEmpty
+                Accessible.description: "Copy the whole log as text"
+                onClicked: {
+                    clipboard.text = sheet.logModel.plainText()
+                    clipboard.selectAll()
+                    clipboard.copy()
+                }
+            }
+            CapsuleButton {
+                objectName: "logSaveButton"
+                text: "Save…"
+                fontSize: 13
+                padX: 14
+                padY: 5
+                enabled: !sheet.logModel.isEmpty
+                Accessible.description: "Save the whole log as a text file"
+                onClicked: saveDialog.open()
+            }
             CapsuleButton {
                 objectName: "logDoneButton"
                 text: "Done"
@@ -121,6 +147,7 @@ Popup {
                     required property bool isSuccess
                     required property string timeText
                     required property string symbol
+                    required property string line
                     width: ListView.view.width - 32
                     implicitHeight: isHeading ? heading.implicitHeight + 8 : line.implicitHeight + 8
                     height: implicitHeight
@@ -140,6 +167,8 @@ Popup {
                         id: line
                         objectName: "logEntry"
                         visible: !entry.isHeading
+                        Accessible.role: Accessible.ListItem
+                        Accessible.name: entry.line
                         y: 4
                         width: parent.width
                         spacing: 12
@@ -147,17 +176,21 @@ Popup {
                             Layout.alignment: Qt.AlignTop
                             Layout.topMargin: 1
                             symbol: entry.symbol
-                            color: entry.isSuccess ? Theme.green : Theme.red
+                            color: entry.isSuccess ? Theme.successText : Theme.errorText
                             size: Theme.body + 2
                         }
                         ColumnLayout {
                             Layout.fillWidth: true
                             spacing: 4
-                            Text {
+                            TextEdit {
                                 objectName: "logMessage"
                                 Layout.fillWidth: true
                                 text: entry.message
-                                wrapMode: Text.Wrap
+                                readOnly: true
+                                selectByMouse: true
+                                selectionColor: Theme.accent
+                                selectedTextColor: Theme.textOnAccent
+                                wrapMode: TextEdit.WordWrap
                                 color: Theme.primaryText
                                 font.family: Theme.fontFamily
                                 font.pixelSize: Theme.body
@@ -173,5 +206,21 @@ Popup {
                 }
             }
         }
+    }
+
+    // Carries the text to the clipboard: Qt Quick offers no clipboard of its own.
+    TextEdit {
+        id: clipboard
+        visible: false
+    }
+
+    FileDialog {
+        id: saveDialog
+        objectName: "logSaveDialog"
+        title: "Save Activity Log"
+        fileMode: FileDialog.SaveFile
+        defaultSuffix: "txt"
+        nameFilters: ["Text (*.txt)"]
+        onAccepted: sheet.logModel.saveText(selectedFile)
     }
 }

@@ -13,6 +13,12 @@ Item {
     readonly property bool showsDropOverlay: isTargeted && viewModel.sessionCount > 0
                                              && !viewModel.isProcessing
 
+    // Opens the "Add App…" dialog on the Applications folder.
+    function addApps() {
+        if (!viewModel.isProcessing)
+            addAppDialog.open()
+    }
+
     // The file URLs of a drop, in drop order.
     function fileUrls(urls) {
         const kept = []
@@ -40,6 +46,7 @@ Item {
         sourceComponent: DropZone {
             viewModel: root.viewModel
             isTargeted: root.isTargeted
+            onAddAppClicked: root.addApps()
         }
     }
 
@@ -52,6 +59,7 @@ Item {
             objectName: "resultsView"
             viewModel: root.viewModel
             shortcutsEnabled: !noticeAlert.visible
+            onAddAppClicked: root.addApps()
         }
     }
 
@@ -61,8 +69,9 @@ Item {
         anchors.fill: parent
         keys: ["text/uri-list"]
         onEntered: (drag) => {
-            root.isTargeted = drag.hasUrls
-            if (!drag.hasUrls)
+            // Only files light the window up: a link dragged from a web page is no app.
+            root.isTargeted = drag.hasUrls && root.fileUrls(drag.urls).length > 0
+            if (!root.isTargeted)
                 drag.accepted = false
         }
         onExited: root.isTargeted = false
@@ -79,7 +88,19 @@ Item {
         objectName: "dropOverlay"
         anchors.fill: parent
         visible: root.showsDropOverlay
-        text: root.viewModel.isCompleted ? "Drop to quenz" : "Drop to add to the list"
+        text: resultsLoader.item ? resultsLoader.item.presenter.dropOverlayText : ""
+    }
+
+    Shortcut {
+        sequence: StandardKey.Open
+        enabled: !noticeAlert.visible
+        onActivated: root.addApps()
+    }
+
+    AddAppDialog {
+        id: addAppDialog
+        objectName: "addAppDialog"
+        viewModel: root.viewModel
     }
 
     AlertDialog {

@@ -48,7 +48,7 @@ Item {
                     width: parent.width - 80
                     text: "System apps cannot be uninstalled as they are essential for macOS to function properly. Attempting to remove them may cause system instability."
                     horizontalAlignment: Text.AlignHCenter
-                    wrapMode: Text.Wrap
+                    wrapMode: Text.WordWrap
                     color: Theme.secondaryText
                     font.family: Theme.fontFamily
                     font.pixelSize: Theme.callout

@@ -1,10 +1,13 @@
 // SPDX-License-Identifier: MIT
 #pragma once
 
+#include "ViewModels/AppPickerModel.h"
 #include "ViewModels/LogListModel.h"
 #include "ViewModels/MainViewModel.h"
 #include "ViewModels/ResultsListModel.h"
 #include "ViewModels/ResultsPresenter.h"
+#include "ViewModels/SessionListModel.h"
+#include "ViewModels/SummaryListModel.h"
 
 #include <QtQml/qqml.h>
 
@@ -48,4 +51,27 @@ struct LogListModelForeign
     QML_FOREIGN(LogListModel)
     QML_NAMED_ELEMENT(LogListModel)
     QML_UNCREATABLE("Owned by ResultsPresenter")
+};
+
+struct SummaryListModelForeign
+{
+    Q_GADGET
+    QML_FOREIGN(SummaryListModel)
+    QML_NAMED_ELEMENT(SummaryListModel)
+    QML_UNCREATABLE("Owned by ResultsPresenter")
+};
+
+struct SessionListModelForeign
+{
+    Q_GADGET
+    QML_FOREIGN(SessionListModel)
+    QML_NAMED_ELEMENT(SessionListModel)
+    QML_UNCREATABLE("Owned by MainViewModel")
+};
+
+struct AppPickerModelForeign
+{
+    Q_GADGET
+    QML_FOREIGN(AppPickerModel)
+    QML_NAMED_ELEMENT(AppPickerModel)
 };

@@ -10,7 +10,7 @@ Item {
     id: footer
     required property ResultsPresenter presenter
     required property MainViewModel viewModel
-    readonly property bool completed: presenter.bodyName === "completed"
+    readonly property bool completed: presenter.body === ResultsPresenter.Completed
     signal primaryClicked()
 
     implicitHeight: layout.implicitHeight + 48
@@ -19,7 +19,7 @@ Item {
         anchors.fill: parent
         anchors.margins: -1
         anchors.topMargin: 0
-        color: Qt.rgba(1, 1, 1, 0.5)
+        color: Theme.material
     }
 
     RowLayout {
@@ -30,11 +30,13 @@ Item {
 
         ColumnLayout {
             visible: footer.completed || !footer.presenter.isSingleSIPApp
+            Layout.fillWidth: true
             spacing: 6
             Text {
                 objectName: "footerTitle"
-                text: footer.completed ? footer.presenter.removedTotalText
-                                       : footer.presenter.selectedText
+                Layout.fillWidth: true
+                text: footer.presenter.footerTitle
+                elide: Text.ElideRight
                 color: Theme.primaryText
                 font.family: Theme.fontFamily
                 font.pixelSize: 16
@@ -42,14 +44,15 @@ Item {
             }
             Text {
                 objectName: "footerDetail"
-                text: footer.completed ? "Drop another app to quenz it"
-                                       : footer.presenter.totalSizeText
+                Layout.fillWidth: true
+                text: footer.presenter.footerDetail
+                elide: Text.ElideRight
                 color: Theme.secondaryText
                 font.family: Theme.fontFamily
                 font.pixelSize: 13
             }
         }
-        Item { Layout.fillWidth: true }
+        Item { Layout.fillWidth: !footer.completed && footer.presenter.isSingleSIPApp }
 
         CapsuleButton {
             id: cancelButton
@@ -59,7 +62,7 @@ Item {
             fontSize: 15
             padX: 24
             padY: 10
-            enabled: !footer.viewModel.isProcessing
+            enabled: footer.presenter.canCancel
             Layout.rightMargin: footer.presenter.isSingleSIPApp ? 8 : 0
             onClicked: footer.viewModel.clearSessions()
         }
@@ -68,14 +71,15 @@ Item {
             objectName: "primaryButton"
             visible: !footer.completed && !footer.presenter.isSingleSIPApp
             text: footer.presenter.primaryButtonText
-            textColor: "white"
+            textColor: Theme.textOnAccent
             fontSize: 16
             fontWeight: Font.DemiBold
             padX: 32
             padY: 12
             gradientFill: true
-            startColor: footer.presenter.hasProtectedFiles ? Theme.red : Theme.blue
-            endColor: footer.presenter.hasProtectedFiles ? Theme.orange : Theme.cyan
+            startColor: footer.presenter.hasProtectedFiles ? Theme.destructiveFill : Theme.accentFill
+            endColor: footer.presenter.hasProtectedFiles ? Theme.destructiveFillEnd
+                                                         : Theme.accentFillEnd
             enabled: footer.presenter.canUninstall
             onClicked: footer.primaryClicked()
         }
@@ -84,7 +88,7 @@ Item {
             objectName: "doneButton"
             visible: footer.completed
             text: "Done"
-            textColor: "white"
+            textColor: Theme.textOnAccent
             fontSize: 16
             fontWeight: Font.DemiBold
             padX: 32

@@ -10,6 +10,7 @@ ColumnLayout {
     required property ResultsPresenter presenter
     required property MainViewModel viewModel
     signal logsClicked()
+    signal addAppClicked()
     spacing: 0
 
     Item {
@@ -19,7 +20,7 @@ ColumnLayout {
             anchors.fill: parent
             anchors.margins: -1
             anchors.bottomMargin: 0
-            color: Qt.rgba(1, 1, 1, 0.5)
+            color: Theme.material
         }
         RowLayout {
             id: mainRow
@@ -66,7 +67,7 @@ ColumnLayout {
                     color: Theme.secondaryText
                     font.family: Theme.fontFamily
                     font.pixelSize: 13
-                    wrapMode: Text.Wrap
+                    wrapMode: Text.WordWrap
                     maximumLineCount: header.presenter.isSingleSession ? 1 : 2
                     elide: Text.ElideRight
                 }
@@ -78,6 +79,14 @@ ColumnLayout {
                     font.family: Theme.fontFamily
                     font.pixelSize: 11
                 }
+            }
+            CapsuleButton {
+                objectName: "addAppButton"
+                Layout.alignment: Qt.AlignVCenter
+                text: "Add App…"
+                symbol: "plus.circle.fill"
+                enabled: !header.viewModel.isProcessing
+                onClicked: header.addAppClicked()
             }
             CapsuleButton {
                 objectName: "logsButton"
@@ -95,10 +104,11 @@ ColumnLayout {
         objectName: "protectionBanner"
         visible: header.presenter.isSingleSIPApp
         Layout.fillWidth: true
-        implicitHeight: sipBanner.height + 16
+        implicitHeight: sipBanner.height + 24
         Rectangle {
             id: sipBanner
             x: 24
+            y: 12
             width: parent.width - 48
             height: sipRow.implicitHeight + 32
             radius: 12
@@ -112,7 +122,7 @@ ColumnLayout {
                     symbol: "exclamationmark.shield.fill"
                     size: Theme.title3 + 3
                     color: Theme.orange
-                    color2: Qt.rgba(1, 0.23, 0.19, 0.8)
+                    color2: Theme.red
                 }
                 Text {
                     Layout.fillWidth: true
@@ -141,14 +151,14 @@ ColumnLayout {
             spacing: 12
             SymbolImage {
                 symbol: "lock.shield"
-                color: Theme.blue
+                color: Theme.accent
                 size: 14
             }
             Text {
                 Layout.fillWidth: true
                 text: "Some folders are hidden without Full Disk Access, so a few leftovers may be missed."
                 color: Theme.secondaryText
-                wrapMode: Text.Wrap
+                wrapMode: Text.WordWrap
                 font.family: Theme.fontFamily
                 font.pixelSize: 12
             }
@@ -158,7 +168,8 @@ ColumnLayout {
                 fontSize: 11
                 padX: 10
                 padY: 3
-                textColor: Theme.blue
+                textColor: Theme.accentText
+                Accessible.name: "Allow Full Disk Access"
                 onClicked: header.viewModel.openFullDiskAccessSettings()
             }
         }

@@ -13,6 +13,9 @@ Item {
     property bool showingConfirmation: false
     property bool showingLogs: false
     readonly property alias presenter: resultsPresenter
+    readonly property bool showsList: resultsPresenter.body === ResultsPresenter.CategoryList
+                                      || resultsPresenter.body === ResultsPresenter.AppList
+    signal addAppClicked()
 
     ResultsPresenter {
         id: resultsPresenter
@@ -20,6 +23,13 @@ Item {
     }
 
     WindowBackground {}
+
+    // Says each change of state to a screen reader: a status line it watches by name.
+    Item {
+        objectName: "statusAnnouncer"
+        Accessible.role: Accessible.StatusBar
+        Accessible.name: resultsPresenter.statusText
+    }
 
     ColumnLayout {
         anchors.fill: parent
@@ -30,19 +40,27 @@ Item {
             presenter: resultsPresenter
             viewModel: view.viewModel
             onLogsClicked: view.showingLogs = !view.showingLogs
+            onAddAppClicked: view.addAppClicked()
         }
         HDivider { Layout.fillWidth: true }
+
+        ListToolbar {
+            objectName: "listToolbar"
+            Layout.fillWidth: true
+            visible: view.showsList
+            listModel: resultsPresenter.listModel
+        }
 
         Loader {
             id: body
             objectName: "resultsBody"
             Layout.fillWidth: true
             Layout.fillHeight: true
-            readonly property string name: resultsPresenter.bodyName
-            sourceComponent: name === "scanning" ? scanningBody
-                           : name === "uninstalling" ? uninstallingBody
-                           : name === "completed" ? completedBody
-                           : name === "protectedApp" ? protectedBody
+            readonly property int state: resultsPresenter.body
+            sourceComponent: state === ResultsPresenter.Scanning ? scanningBody
+                           : state === ResultsPresenter.Uninstalling ? uninstallingBody
+                           : state === ResultsPresenter.Completed ? completedBody
+                           : state === ResultsPresenter.ProtectedApp ? protectedBody
                            : listBody
         }
 
@@ -84,21 +102,22 @@ Item {
         }
     }
 
-    // Return takes the default action (the primary button, or Done), Escape cancels.
+    // Return takes the default action (the confirmation, or Done), Escape cancels.
     readonly property bool keysFree: shortcutsEnabled && !showingConfirmation && !showingLogs
     Shortcut {
         sequences: ["Return", "Enter"]
         enabled: view.keysFree
         onActivated: {
-            if (resultsPresenter.bodyName === "completed")
+            const action = resultsPresenter.defaultAction()
+            if (action === ResultsPresenter.Done)
                 view.viewModel.clearSessions()
-            else if (resultsPresenter.canUninstall && !resultsPresenter.isSingleSIPApp)
+            else if (action === ResultsPresenter.Confirm)
                 view.showingConfirmation = true
         }
     }
     Shortcut {
         sequence: "Escape"
-        enabled: view.keysFree && resultsPresenter.bodyName !== "completed" && !view.viewModel.isProcessing
+        enabled: view.keysFree && resultsPresenter.canCancel
         onActivated: view.viewModel.clearSessions()
     }
 

@@ -14,11 +14,17 @@ Item {
     property string symbol
     property string iconSource
     property bool showsSelectionButtons
+    property string selectAllName
+    property string selectNoneName
+    property string removeName
     signal allClicked()
     signal noneClicked()
     signal removeClicked()
 
     implicitHeight: layout.implicitHeight + 8 + 6
+    Accessible.role: Accessible.Heading
+    Accessible.name: title
+    Accessible.description: detail
 
     RowLayout {
         id: layout
@@ -37,7 +43,7 @@ Item {
         SymbolImage {
             visible: !header.isApp
             symbol: header.symbol
-            color: Theme.blue
+            color: Theme.accent
             size: Theme.caption + 2
         }
         Text {
@@ -63,12 +69,14 @@ Item {
             objectName: "allButton"
             visible: header.showsSelectionButtons
             text: "All"
+            Accessible.name: header.selectAllName
             onClicked: header.allClicked()
         }
         LinkButton {
             objectName: "noneButton"
             visible: header.showsSelectionButtons
             text: "None"
+            Accessible.name: header.selectNoneName
             onClicked: header.noneClicked()
         }
         VDivider { visible: header.isApp && header.showsSelectionButtons }
@@ -80,20 +88,20 @@ Item {
             Layout.preferredWidth: 18
             Layout.preferredHeight: 18
             focusPolicy: Qt.StrongFocus
-            Accessible.name: "Remove from list"
+            Accessible.name: header.removeName
             ToolTip.visible: hovered
             ToolTip.delay: 600
-            ToolTip.text: "Remove from list"
+            ToolTip.text: header.removeName
             onClicked: header.removeClicked()
             contentItem: SymbolImage {
                 symbol: "xmark.circle.fill"
-                color: removeButton.hovered ? Theme.secondaryText : Qt.rgba(0, 0, 0, 0.22)
+                color: removeButton.hovered ? Theme.primaryText : Theme.secondaryText
                 size: 14
             }
             background: Rectangle {
                 radius: height / 2
                 color: "transparent"
-                border.color: Qt.rgba(0, 0.48, 1, 0.5)
+                border.color: Theme.accent
                 border.width: removeButton.visualFocus ? 2 : 0
             }
         }

@@ -2,9 +2,13 @@
 #include "Platform/SystemLayout.h"
 #include "Services/FileDiscoveryService.h"
 #include "Services/UninstallService.h"
+#include "ViewModels/AppInfoReader.h"
 #include "ViewModels/MainViewModel.h"
 #include "support/TemporaryFakeMac.h"
 
+#include <QAbstractItemModelTester>
+#include <QBuffer>
+#include <QImage>
 #include <QSignalSpy>
 #include <QTest>
 
@@ -68,7 +72,11 @@ private:
         dependencies.uninstall = m_uninstall;
         dependencies.ownBundleIdentifier = [ownIdentifier] { return ownIdentifier; };
         dependencies.fullDiskAccessProbe = [] { return false; };
-        return std::make_unique<MainViewModel>(dependencies);
+        auto viewModel = std::make_unique<MainViewModel>(dependencies);
+        new QAbstractItemModelTester(viewModel->sessionModel(),
+                                     QAbstractItemModelTester::FailureReportingMode::QtTest,
+                                     viewModel.get());
+        return viewModel;
     }
 
     QUrl app(const QString &name, const QString &identifier = {})
@@ -80,11 +88,20 @@ private:
         return QUrl::fromLocalFile(m_mac->addApp(spec));
     }
 
-    static QStringList names(const MainViewModel &viewModel)
+    // The sessions' names; the list model the views watch must hold the same sessions.
+    static QStringList names(MainViewModel &viewModel)
     {
         QStringList result;
-        for (const auto &session : viewModel.sessions())
+        SessionListModel *model = viewModel.sessionModel();
+        for (int row = 0; const auto &session : viewModel.sessions()) {
             result.append(session->appInfo().name);
+            const QModelIndex index = model->index(row++);
+            if (model->data(index, int(SessionListModel::Role::session)).value<QObject *>() !=
+                session.get())
+                result.append(u"(not in the list model)"_s);
+        }
+        if (model->rowCount() != viewModel.sessions().size())
+            result.append(u"(list model has %1 rows)"_s.arg(model->rowCount()));
         return result;
     }
 
@@ -296,6 +313,23 @@ private slots:
             opened,
             QList{QUrl(
                 u"x-apple.systempreferences:com.apple.preference.security?Privacy_AllFiles"_s)});
+    }
+
+    void iconCornersAreCut()
+    {
+        QImage square(100, 100, QImage::Format_ARGB32);
+        square.fill(Qt::red);
+        QByteArray png;
+        QBuffer buffer(&png);
+        buffer.open(QIODevice::WriteOnly);
+        square.save(&buffer, "PNG");
+        const QImage clipped = QImage::fromData(AppInfoReader::clippedIcon(png));
+        QCOMPARE(clipped.size(), square.size());
+        QCOMPARE(qAlpha(clipped.pixel(1, 1)), 0);
+        QCOMPARE(qAlpha(clipped.pixel(98, 98)), 0);
+        QCOMPARE(qAlpha(clipped.pixel(50, 0)), 255);
+        QCOMPARE(qAlpha(clipped.pixel(50, 50)), 255);
+        QCOMPARE(AppInfoReader::clippedIcon("not an image"), QByteArray("not an image"));
     }
 };
 

@@ -33,7 +33,7 @@ private:
     {
         QStringList list;
         for (int row = 0; row < model.rowCount(); ++row)
-            list.append(at(model, row, Role::kind).toString());
+            list.append(at(model, row, Role::kind).toString()); // the enumerator's key
         return list;
     }
 
@@ -54,15 +54,17 @@ private slots:
         QAbstractItemModelTester tester(&model);
         model.setSessions({&session});
         QVERIFY(model.byCategory());
-        QCOMPARE(kinds(model), (QStringList{u"categoryHeader"_s, u"file"_s, u"categoryHeader"_s,
-                                            u"file"_s, u"file"_s}));
+        QCOMPARE(kinds(model), (QStringList{u"CategoryHeader"_s, u"File"_s, u"CategoryHeader"_s,
+                                            u"File"_s, u"File"_s}));
         QCOMPARE(at(model, 0, Role::title).toString(), QStringLiteral("Application"));
         QCOMPARE(at(model, 2, Role::title).toString(), QStringLiteral("Caches"));
         QCOMPARE(at(model, 2, Role::detail).toString(), QStringLiteral("2 items"));
         QCOMPARE(at(model, 2, Role::symbol).toString(), QStringLiteral("tray.fill"));
         QCOMPARE(at(model, 1, Role::showsCategory).toBool(), false);
-        QCOMPARE(at(model, 3, Role::groupPosition).toString(), QStringLiteral("first"));
-        QCOMPARE(at(model, 4, Role::groupPosition).toString(), QStringLiteral("last"));
+        QCOMPARE(at(model, 3, Role::groupPosition).value<ResultsListModel::GroupPosition>(),
+                 ResultsListModel::GroupPosition::First);
+        QCOMPARE(at(model, 4, Role::groupPosition).value<ResultsListModel::GroupPosition>(),
+                 ResultsListModel::GroupPosition::Last);
     }
 
     void severalSessionsShowStateRows()
@@ -78,8 +80,8 @@ private slots:
         QAbstractItemModelTester tester(&model);
         model.setSessions({&scanning, &ready, &protectedApp});
         QCOMPARE(kinds(model),
-                 (QStringList{u"appHeader"_s, u"scanning"_s, u"appHeader"_s, u"file"_s, u"file"_s,
-                              u"appHeader"_s, u"protectedApp"_s}));
+                 (QStringList{u"AppHeader"_s, u"Scanning"_s, u"AppHeader"_s, u"File"_s, u"File"_s,
+                              u"AppHeader"_s, u"ProtectedApp"_s}));
         QCOMPARE(at(model, 3, Role::showsCategory).toBool(), true);
         // Totals, All and None only for a ready app that is not part of the system.
         QCOMPARE(at(model, 0, Role::showsSelectionButtons).toBool(), false);
@@ -88,7 +90,7 @@ private slots:
 
         scanning.setDiscoveredFiles({item(FileCategory::other)});
         scanning.setStatus(UninstallStatus::ready());
-        QCOMPARE(kinds(model).mid(0, 3), (QStringList{u"appHeader"_s, u"file"_s, u"appHeader"_s}));
+        QCOMPARE(kinds(model).mid(0, 3), (QStringList{u"AppHeader"_s, u"File"_s, u"AppHeader"_s}));
     }
 
     void badgeTakesTheFirstThatApplies_data()
@@ -102,23 +104,23 @@ private slots:
         QTest::addColumn<QString>("tone");
         QTest::newRow("system over note") << "/System/Library/x" << false << "shared" << 0.7 << true
                                           << "• Part of macOS - Cannot delete"
-                                          << "orange";
+                                          << "Warning";
         QTest::newRow("protected flag")
             << "~/x" << true << "" << 1.0 << true << "• Part of macOS - Cannot delete"
-            << "orange";
+            << "Warning";
         QTest::newRow("note over admin, selected")
             << "/Library/LaunchDaemons/x" << false << "shared" << 1.0 << true << "• shared"
-            << "secondary";
+            << "Secondary";
         QTest::newRow("note, not selected")
             << "~/x" << false << "shared" << 1.0 << false << "• shared"
-            << "orange";
+            << "Warning";
         QTest::newRow("admin over low confidence")
             << "/Library/Preferences/x" << false << "" << 0.7 << true << "• Requires admin"
-            << "blue";
+            << "Accent";
         QTest::newRow("0.79 is low") << "~/x" << false << "" << 0.79 << true << "• Low confidence"
-                                     << "orange";
+                                     << "Warning";
         QTest::newRow("0.8 is not") << "~/x" << false << "" << 0.8 << true << ""
-                                    << "none";
+                                    << "None";
     }
     void badgeTakesTheFirstThatApplies()
     {
@@ -175,7 +177,7 @@ private slots:
             {item(FileCategory::caches), item(FileCategory::logs), item(FileCategory::caches)});
         ResultsListModel model;
         model.setSessions({&session});
-        const int cachesHeader = kinds(model).lastIndexOf(QStringLiteral("categoryHeader")) - 0;
+        const int cachesHeader = kinds(model).lastIndexOf(QStringLiteral("CategoryHeader")) - 0;
         QCOMPARE(at(model, cachesHeader, Role::title).toString(),
                  QStringLiteral("Logs & Crash Reports"));
         model.setAllSelected(0, false); // Caches
@@ -200,6 +202,139 @@ private slots:
         model.toggle(1);
         model.setSessions({});
         QCOMPARE(model.rowCount(), 0);
+    }
+
+    // What happens to the rows of three apps when the middle one changes: the rows of the
+    // others stay (no reset), so a view keeps its delegates, scroll position and focus.
+    void changesMoveOnlyTheirOwnRows_data()
+    {
+        QTest::addColumn<int>("change");
+        QTest::addColumn<QStringList>("kinds");
+        QTest::addColumn<int>("removed");
+        QTest::addColumn<int>("inserted");
+        const QString h = u"AppHeader"_s, f = u"File"_s, s = u"Scanning"_s;
+        QTest::newRow("scan finishes") << 0 << QStringList{h, f, h, f, f, h, f} << 1 << 2;
+        QTest::newRow("app removed") << 1 << QStringList{h, f, h, f} << 2 << 0;
+        QTest::newRow("app added") << 2 << QStringList{h, f, h, s, h, f, h, s} << 0 << 2;
+    }
+    void changesMoveOnlyTheirOwnRows()
+    {
+        QFETCH(int, change);
+        QFETCH(QStringList, kinds);
+        QFETCH(int, removed);
+        QFETCH(int, inserted);
+        UninstallSession a(AppInfo{}), b(AppInfo{}), c(AppInfo{}), d(AppInfo{});
+        for (UninstallSession *ready : {&a, &c}) {
+            ready->setDiscoveredFiles({item(FileCategory::caches)});
+            ready->setStatus(UninstallStatus::ready());
+        }
+        ResultsListModel model;
+        QAbstractItemModelTester tester(&model);
+        model.setSessions({&a, &b, &c});
+        QSignalSpy reset(&model, &QAbstractItemModel::modelReset);
+        QSignalSpy removals(&model, &QAbstractItemModel::rowsRemoved);
+        QSignalSpy inserts(&model, &QAbstractItemModel::rowsInserted);
+        if (change == 0) {
+            b.setDiscoveredFiles({item(FileCategory::logs), item(FileCategory::caches)});
+            b.setStatus(UninstallStatus::ready());
+        } else if (change == 1) {
+            model.setSessions({&a, &c});
+        } else {
+            model.setSessions({&a, &b, &c, &d});
+        }
+        QCOMPARE(this->kinds(model), kinds);
+        QCOMPARE(reset.count(), 0);
+        const auto count = [](const QSignalSpy &spy) {
+            int rows = 0;
+            for (const auto &signal : spy)
+                rows += signal.at(2).toInt() - signal.at(1).toInt() + 1;
+            return rows;
+        };
+        QCOMPARE(count(removals), removed);
+        QCOMPARE(count(inserts), inserted);
+    }
+
+    void sortAndFilterArrangeTheItems_data()
+    {
+        QTest::addColumn<ResultsListModel::SortOrder>("order");
+        QTest::addColumn<QString>("filter");
+        QTest::addColumn<QStringList>("paths");
+        using Order = ResultsListModel::SortOrder;
+        const QString big = u"~/Library/Logs/beta"_s, small = u"~/Library/Caches/Alpha"_s,
+                      mid = u"~/Library/Caches/gamma"_s;
+        QTest::newRow("found") << Order::Found << QString() << QStringList{big, small, mid};
+        QTest::newRow("name") << Order::Name << QString() << QStringList{small, big, mid};
+        QTest::newRow("size") << Order::Size << QString() << QStringList{big, mid, small};
+        QTest::newRow("category") << Order::Category << QString() << QStringList{small, mid, big};
+        QTest::newRow("filter on path") << Order::Found << u"GAMMA"_s << QStringList{mid};
+        QTest::newRow("filter on category") << Order::Name << u"crash"_s << QStringList{big};
+    }
+    void sortAndFilterArrangeTheItems()
+    {
+        QFETCH(ResultsListModel::SortOrder, order);
+        QFETCH(QString, filter);
+        QFETCH(QStringList, paths);
+        FileItem beta = item(FileCategory::logs, u"~/Library/Logs/beta"_s);
+        beta.size = 300;
+        FileItem alpha = item(FileCategory::caches, u"~/Library/Caches/Alpha"_s);
+        alpha.size = 100;
+        FileItem gamma = item(FileCategory::caches, u"~/Library/Caches/gamma"_s);
+        gamma.size = 200;
+        UninstallSession a(AppInfo{}), other(AppInfo{});
+        a.setDiscoveredFiles({beta, alpha, gamma});
+        a.setStatus(UninstallStatus::ready());
+        ResultsListModel model;
+        QAbstractItemModelTester tester(&model);
+        model.setSessions({&a, &other}); // by app: one run of rows under one header
+        model.setSortOrder(order);
+        model.setFilterText(filter);
+        QStringList shown;
+        for (int row = 0; row < model.rowCount(); ++row) {
+            if (at(model, row, Role::kind).value<ResultsListModel::RowKind>() ==
+                ResultsListModel::RowKind::File)
+                shown.append(at(model, row, Role::displayPath).toString());
+        }
+        QCOMPARE(shown, paths);
+    }
+
+    void rowsSayWhatTheyShow_data()
+    {
+        QTest::addColumn<int>("row");
+        QTest::addColumn<Role>("role");
+        QTest::addColumn<QString>("text");
+        QTest::newRow("select all") << 0 << Role::selectAllName << u"Select all in Caches"_s;
+        QTest::newRow("select none") << 0 << Role::selectNoneName << u"Select none in Caches"_s;
+        QTest::newRow("file name")
+            << 1 << Role::accessibleName << u"~/Library/Caches/com.acme.writer"_s;
+        QTest::newRow("file description")
+            << 1 << Role::accessibleDescription
+            << u"2 KB, found by bundle identifier com.acme.writer, not selected"_s;
+    }
+    void rowsSayWhatTheyShow()
+    {
+        QFETCH(int, row);
+        QFETCH(Role, role);
+        QFETCH(QString, text);
+        FileItem file = item(FileCategory::caches, u"~/Library/Caches/com.acme.writer"_s);
+        file.size = 2000;
+        file.isSelected = false;
+        file.reason = u"bundle identifier com.acme.writer"_s;
+        file.path = m_mac->path(u"~/Library/Caches/com.acme.writer"_s);
+        UninstallSession session(AppInfo{});
+        session.setDiscoveredFiles({file});
+        ResultsListModel model;
+        model.setSessions({&session});
+        QCOMPARE(at(model, row, role).toString(), text);
+    }
+
+    void removeNamesTheApp()
+    {
+        AppInfo writer;
+        writer.name = u"Writer.app"_s;
+        UninstallSession a(writer), b(AppInfo{});
+        ResultsListModel model;
+        model.setSessions({&a, &b});
+        QCOMPARE(at(model, 0, Role::removeName).toString(), u"Remove Writer from the list"_s);
     }
 };
 

@@ -62,7 +62,7 @@ TestCase {
         verify(view.handleDrop(urls))
         tryCompare(viewModel, "isScanning", false)
         tryVerify(() => findChild(view, "resultsView") !== null)
-        tryVerify(() => child("resultsBody").name !== "scanning")
+        tryVerify(() => child("resultsBody").state !== ResultsPresenter.Scanning)
     }
 
     function fileRows() {
@@ -70,7 +70,7 @@ TestCase {
         const list = child("resultsList")
         for (let i = 0; i < list.contentItem.children.length; ++i) {
             const cell = list.contentItem.children[i]
-            if (cell.kind === "file" && cell.visible)
+            if (cell.kind === ResultsListModel.File && cell.visible)
                 rows.push(cell)
         }
         return rows.sort((a, b) => a.index - b.index)
@@ -93,8 +93,9 @@ TestCase {
         tryCompare(confirmation, "visible", false)
     }
 
-    function checkBoxOf(cell) {
-        return findChild(cell, "fileCheckBox")
+    function session(row) {
+        const model = viewModel.sessionModel
+        return model.data(model.index(row, 0), Qt.UserRole + 1)
     }
 
     function test_fullDiskAccessButtonFollowsTheFlag() {
@@ -162,7 +163,7 @@ TestCase {
         show()
         dropAndWait([addWriter(true)])
         const results = child("resultsView")
-        compare(results.presenter.bodyName, "categoryList")
+        compare(results.presenter.body, ResultsPresenter.CategoryList)
         tryCompare(child("headerTitle"), "text", "Writer")
         tryCompare(child("headerDetail"), "text", "com.example.Writer")
         tryCompare(child("headerVersion"), "text", "Version 1.2")
@@ -207,14 +208,14 @@ TestCase {
         // While the administrator prompt is up, the user-level items are already in the Trash.
         fixture.holdPrivilegedStep = true
         confirmAndUninstall()
-        tryCompare(child("resultsBody"), "name", "uninstalling")
+        tryCompare(child("resultsBody"), "state", ResultsPresenter.Uninstalling)
         verify(!child("cancelButton").enabled)
         tryCompare(child("busyTitle"), "text", "Uninstalling...")
         tryVerify(() => fixture.exists("~/.Trash/Writer.app"))
         verify(fixture.exists("/Library/LaunchDaemons/com.example.Writer.helper.plist"))
         fixture.holdPrivilegedStep = false
 
-        tryCompare(child("resultsBody"), "name", "completed")
+        tryCompare(child("resultsBody"), "state", ResultsPresenter.Completed)
         compare(child("outcomeHeadline").text, "Uninstall Complete")
         compare(child("outcomeSubline").text, "Files moved to Trash can be restored from Finder if needed.")
         compare(child("outcomeSymbol").symbol, "checkmark.circle.fill")
@@ -267,7 +268,7 @@ TestCase {
         dropAndWait([addWriter(false)])
         const primary = child("primaryButton")
         tryCompare(primary, "enabled", true)
-        viewModel.sessions[0].setAllSelected(false)
+        session(0).setAllSelected(false)
         tryCompare(primary, "enabled", false)
         compare(primary.opacity, 0.5)
         compare(child("footerTitle").text, "0 files selected")
@@ -306,14 +307,14 @@ TestCase {
         tryCompare(child("headerTitle"), "text", "5 Apps")
         tryCompare(child("headerDetail"), "text", "A, B, C, D, E")
         compare(child("resultsView").presenter.headerIcons.length, 4)
-        compare(child("resultsView").presenter.bodyName, "appList")
+        compare(child("resultsView").presenter.body, ResultsPresenter.AppList)
         compare(child("resultsView").presenter.batchName, "5 apps")
 
         const chess = fixture.addApp("/System/Applications/Chess.app", "com.apple.Chess", "3", "")
         child("cancelButton").clicked()
         tryCompare(viewModel, "sessionCount", 0)
         dropAndWait([chess])
-        tryCompare(child("resultsBody"), "name", "protectedApp")
+        tryCompare(child("resultsBody"), "state", ResultsPresenter.ProtectedApp)
         verify(child("protectionBanner").visible)
         compare(child("protectedTitle").text, "Cannot Uninstall System App")
         verify(!child("primaryButton").visible)
@@ -329,8 +330,8 @@ TestCase {
         fixture.holdScan("com.example.B")
         verify(view.handleDrop([addApp("A", "com.example.A"), addApp("B", "com.example.B")]))
         tryVerify(() => findChild(view, "resultsBody") !== null)
-        tryCompare(viewModel.sessions[0], "fileCount", 1)
-        tryCompare(child("resultsBody"), "name", "appList")
+        tryCompare(session(0), "fileCount", 1)
+        tryCompare(child("resultsBody"), "state", ResultsPresenter.AppList)
         verify(viewModel.isScanning)
         verify(!child("primaryButton").enabled)
         fixture.releaseScans()
@@ -353,7 +354,7 @@ TestCase {
         dropAndWait([addWriter(true)])
         tryCompare(child("primaryButton"), "enabled", true)
         confirmAndUninstall()
-        tryCompare(child("resultsBody"), "name", "completed")
+        tryCompare(child("resultsBody"), "state", ResultsPresenter.Completed)
         compare(child("outcomeHeadline").text, "Finished with Some Errors")
         compare(child("outcomeSubline").text, "Some files couldn't be removed. Check the logs for details.")
         compare(child("outcomeSymbol").symbol, "exclamationmark.circle.fill")
@@ -390,5 +391,203 @@ TestCase {
         icon.iconSource = "data:image/png;base64,bm90IGFuIGltYWdl"
         tryCompare(findChild(icon, "appIconImage"), "status", Image.Error)
         verify(findChild(icon, "appIconPlaceholder").visible)
+    }
+
+    // Apps with enough files each that the list scrolls.
+    function dropApps(names, heldIdentifier) {
+        const urls = []
+        for (const name of names) {
+            const identifier = "com.example." + name
+            urls.push(addApp(name, identifier))
+            for (const place of ["Caches/" + identifier, "Application Support/" + name,
+                                 "Logs/" + name, "HTTPStorages/" + identifier])
+                fixture.addFile("~/Library/" + place + "/data", 100)
+        }
+        if (heldIdentifier)
+            fixture.holdScan(heldIdentifier)
+        verify(view.handleDrop(urls))
+        tryVerify(() => findChild(view, "resultsList") !== null)
+    }
+
+    function focusedRowTop(list) {
+        const box = list.Window.activeFocusItem
+        verify(box && box.objectName === "fileCheckBox", "a row's checkbox has the focus")
+        return box.mapToItem(list, 0, 0).y
+    }
+
+    // Another app finishing its scan above the focused row, then an app removed above it: the
+    // row keeps the keyboard focus and its place on screen.
+    function test_listStaysSteady() {
+        show()
+        dropApps(["A", "B", "C", "D", "E", "F"], "com.example.A")
+        tryCompare(viewModel, "isScanning", true)
+        tryVerify(() => session(5).fileCount > 0)
+        const list = child("resultsList")
+        list.positionViewAtEnd()
+        wait(50)
+        const rows = fileRows()
+        const target = rows[rows.length - 2]
+        const path = target.displayPath
+        findChild(target, "fileCheckBox").forceActiveFocus()
+        const top = focusedRowTop(list)
+
+        fixture.releaseScans()
+        tryCompare(viewModel, "isScanning", false)
+        tryVerify(() => session(0).fileCount > 0)
+        wait(50)
+        compare(list.Window.activeFocusItem.Accessible.name, path)
+        compare(focusedRowTop(list), top)
+
+        viewModel.removeSession(session(1))
+        tryCompare(viewModel, "sessionCount", 5)
+        wait(50)
+        compare(list.Window.activeFocusItem.Accessible.name, path)
+        compare(focusedRowTop(list), top)
+    }
+
+    // Cancel is the confirmation's default: a second Return dismisses it.
+    function test_returnThenReturnLeavesEverythingInPlace() {
+        show()
+        dropAndWait([addWriter(false)])
+        tryCompare(child("primaryButton"), "enabled", true)
+        const confirmation = child("confirmationAlert")
+        keyClick(Qt.Key_Return)
+        tryCompare(confirmation, "opened", true)
+        keyClick(Qt.Key_Return)
+        tryCompare(confirmation, "visible", false)
+        wait(100)
+        verify(!viewModel.isProcessing)
+        verify(fixture.exists("/Applications/Writer.app"))
+        verify(fixture.exists("~/Library/Caches/com.example.Writer/Cache.db"))
+    }
+
+    // The items a keyboard reaches, in visible order.
+    function interactiveItems(item, found) {
+        if (!item.visible)
+            return found
+        if (item.focusPolicy !== undefined && (item.focusPolicy & Qt.TabFocus) && item.enabled)
+            found.push(item)
+        for (let i = 0; i < item.children.length; ++i)
+            interactiveItems(item.children[i], found)
+        return found
+    }
+
+    function test_everyControlHasAUniqueName_data() {
+        return [{ tag: "drop zone", apps: [] }, { tag: "one app", apps: ["Writer"] },
+                { tag: "three apps", apps: ["Writer", "Reader", "Painter"] }]
+    }
+
+    function test_everyControlHasAUniqueName(data) {
+        fixture.fullDiskAccess = false
+        viewModel.refreshFullDiskAccess()
+        show()
+        if (data.apps.length > 0) {
+            dropApps(data.apps)
+            tryCompare(viewModel, "isScanning", false)
+            tryVerify(() => fileRows().length > 0)
+        }
+        const names = new Set()
+        const items = interactiveItems(view, [])
+        verify(items.length > (data.apps.length > 0 ? 8 : 1), "controls found: " + items.length)
+        for (const item of items) {
+            const name = item.Accessible.name
+            verify(name && name.length > 0, "unnamed " + item)
+            verify(!names.has(name), "named twice: " + name)
+            names.add(name)
+        }
+        if (data.apps.length > 1)
+            verify(names.has("Remove Writer from the list"))
+        if (data.apps.length === 1)
+            verify(names.has("Select all in Caches"))
+    }
+
+    function luminance(color) {
+        const channel = v => v <= 0.03928 ? v / 12.92 : Math.pow((v + 0.055) / 1.055, 2.4)
+        return 0.2126 * channel(color.r) + 0.7152 * channel(color.g) + 0.0722 * channel(color.b)
+    }
+
+    function test_contrast_data() {
+        return [{ tag: "light", appearance: "light", dark: false },
+                { tag: "dark", appearance: "dark", dark: true }]
+    }
+
+    function test_contrast(data) {
+        fixture.setAppearance(data.appearance)
+        compare(Theme.dark, data.dark)
+        verify(Theme.contrastPairs.length > 40)
+        for (const pair of Theme.contrastPairs) {
+            const a = luminance(pair.text)
+            const b = luminance(pair.background)
+            const ratio = (Math.max(a, b) + 0.05) / (Math.min(a, b) + 0.05)
+            verify(ratio >= (pair.large ? 3 : 4.5), pair.name + ": " + ratio.toFixed(2))
+        }
+        fixture.setAppearance("light")
+    }
+
+    function test_summaryButtonsStayInsideTheWindowWithTwentyApps() {
+        show()
+        const names = []
+        for (let i = 1; i <= 20; ++i)
+            names.push("App" + i)
+        dropApps(names)
+        tryCompare(viewModel, "isScanning", false)
+        tryCompare(child("primaryButton"), "enabled", true)
+        confirmAndUninstall()
+        tryCompare(child("resultsBody"), "state", ResultsPresenter.Completed)
+        wait(100)
+        const footer = child("doneButton").mapToItem(view, 0, 0).y
+        for (const name of ["viewLogsButton", "openTrashButton", "doneButton"]) {
+            const button = child(name)
+            const at = button.mapToItem(view, 0, 0)
+            verify(at.y >= 0 && at.y + button.height <= view.height, name + " at " + at.y)
+            if (name !== "doneButton")
+                verify(at.y + button.height < footer, name + " above the footer")
+        }
+        verify(child("summaryScrollBar").visible)
+        verify(child("summaryMoreHint").visible)
+    }
+
+    function test_rowMenu_data() {
+        return [{ tag: "copy", item: "copyPathItem",
+                  check: () => compare(fixture.copiedTexts, ["/Library/LaunchDaemons/com.example.Writer.helper.plist"]) },
+                { tag: "reveal", item: "revealItem",
+                  check: () => verify(fixture.openedUrls[0].endsWith("/Library/LaunchDaemons")) }]
+    }
+
+    function test_rowMenu(data) {
+        show()
+        dropAndWait([addWriter(true)])
+        tryVerify(() => fileRows().length === 3)
+        const daemon = fileRows()[2]
+        mouseClick(daemon, 100, 10, Qt.RightButton)
+        const menu = findChild(child("resultsList"), "rowMenu")
+        tryCompare(menu, "opened", true)
+        mouseClick(findChild(menu.contentItem, data.item) || menu.itemAt(data.item === "revealItem" ? 0 : 1))
+        tryCompare(menu, "visible", false)
+        data.check()
+    }
+
+    // Ctrl+O lists the Applications folder; two apps ticked become two sessions at once.
+    function test_addAppsFromTheApplicationsFolder() {
+        addWriter(false)
+        addApp("Reader", "com.example.Reader")
+        fixture.addApp("/Applications/Utilities/Console.app", "com.example.Console", "1", "")
+        show()
+        keySequence(StandardKey.Open)
+        const dialog = child("addAppDialog")
+        tryCompare(dialog, "opened", true)
+        const list = findChild(dialog.contentItem, "appPickerList")
+        tryCompare(list, "count", 3)
+        const names = []
+        for (let i = 0; i < list.count; ++i)
+            names.push(list.itemAtIndex(i).name)
+        compare(names, ["Console", "Reader", "Writer"])
+        mouseClick(list.itemAtIndex(0))
+        mouseClick(list.itemAtIndex(2))
+        keyClick(Qt.Key_Return)
+        tryCompare(dialog, "visible", false)
+        tryCompare(viewModel, "sessionCount", 2)
+        tryCompare(viewModel, "isScanning", false)
+        compare([session(0).displayName, session(1).displayName], ["Console", "Writer"])
     }
 }

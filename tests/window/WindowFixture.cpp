@@ -1,6 +1,10 @@
 // SPDX-License-Identifier: MIT
 #include "WindowFixture.h"
 
+#include "Views/QuenzoUi.h"
+
+#include <QGuiApplication>
+
 #include "Platform/PrivilegedShell.h"
 #include "Services/AuthorizationService.h"
 #include "Services/FileDiscoveryService.h"
@@ -261,6 +265,7 @@ MainViewModel *WindowFixture::viewModel()
         dependencies.ownBundleIdentifier = [] { return QStringLiteral("app.quenzo.Quenzo"); };
         dependencies.fullDiskAccessProbe = [this] { return m_fullDiskAccess; };
         dependencies.openUrl = [this](const QUrl &url) { m_openedUrls.append(url.toString()); };
+        dependencies.copyText = [this](const QString &text) { m_copiedTexts.append(text); };
         m_viewModel = new MainViewModel(std::move(dependencies), this);
     }
     return m_viewModel;
@@ -279,4 +284,11 @@ void WindowFixture::releaseScans()
 bool WindowFixture::uninstallRunning() const
 {
     return m_uninstall->isRunning();
+}
+
+void WindowFixture::setAppearance(const QString &appearance)
+{
+    QGuiApplication::setPalette(QuenzoUi::macPalette(appearance == QLatin1String("dark")
+                                                         ? QuenzoUi::Appearance::Dark
+                                                         : QuenzoUi::Appearance::Light));
 }

@@ -25,6 +25,7 @@ class WindowFixture : public QObject
     Q_OBJECT
     Q_PROPERTY(bool fullDiskAccess MEMBER m_fullDiskAccess)
     Q_PROPERTY(QStringList openedUrls READ openedUrls)
+    Q_PROPERTY(QStringList copiedTexts MEMBER m_copiedTexts)
     Q_PROPERTY(QString root READ root CONSTANT)
     // How the administrator prompt answers: "run" (granted), "cancel" or "fail".
     Q_PROPERTY(QString privilegedShell READ privilegedShell WRITE setPrivilegedShell)
@@ -59,6 +60,8 @@ public:
     Q_INVOKABLE bool exists(const QString &macPath) const;
     // A file URL of a plain document on the fake Mac.
     Q_INVOKABLE QUrl documentUrl();
+    // The application palette of the Mac's "light" or "dark" appearance.
+    Q_INVOKABLE static void setAppearance(const QString &appearance);
     // The controller; one per fixture.
     Q_INVOKABLE MainViewModel *viewModel();
     // Discovery of the app with this identifier waits until releaseScans().
@@ -76,4 +79,5 @@ private:
     MainViewModel *m_viewModel = nullptr;
     bool m_fullDiskAccess = true;
     QStringList m_openedUrls;
+    QStringList m_copiedTexts;
 };

@@ -10,6 +10,7 @@
 #include <QElapsedTimer>
 #include <QGuiApplication>
 #include <QQmlApplicationEngine>
+#include <QQuickItem>
 #include <QQuickWindow>
 #include <QtQml/QQmlExtensionPlugin>
 
@@ -55,7 +56,19 @@ public:
     }
     QObject *find(const QString &objectName) const
     {
-        return m_window->findChild<QObject *>(objectName);
+        if (QObject *found = m_window->findChild<QObject *>(objectName))
+            return found;
+        return findItem(m_window->contentItem(), objectName); // list delegates have no parent
+    }
+    static QQuickItem *findItem(QQuickItem *item, const QString &objectName)
+    {
+        if (item->objectName() == objectName && item->isVisible())
+            return item;
+        for (QQuickItem *child : item->childItems()) {
+            if (QQuickItem *found = findItem(child, objectName))
+                return found;
+        }
+        return nullptr;
     }
     // Starts a new batch with these apps of the fake Mac ("/Applications/Writer.app").
     void dropWithoutWaiting(const QStringList &macPaths)
@@ -200,11 +213,96 @@ bool shootUninstalls(Shooter &shooter, WindowFixture &fixture)
     ok &= shooter.shoot(QStringLiteral("15-completed-with-errors"));
     return ok;
 }
+// The new states of the window: the dark appearance, twenty apps completed, long names, the
+// row menu, keyboard focus on a row, the "Add App…" dialog.
+bool shootMore(Shooter &shooter, WindowFixture &fixture)
+{
+    MainViewModel &viewModel = shooter.viewModel();
+    const QString longName = QStringLiteral(
+        "/Applications/Extraordinarily Long Application Name for Professional Studio Work.app");
+    fixture.addApp(longName, QStringLiteral("com.example.extraordinarily-long-identifier"),
+                   QStringLiteral("12.4.1"), QStringLiteral("#e0a21b"));
+    fixture.addFile(QStringLiteral("~/Library/Application Support/Extraordinarily Long Application "
+                                   "Name/Projects/Deeply/Nested/Folder/With/Many/Levels/state.db"),
+                    4096);
+    fixture.addFile(QStringLiteral("~/Library/Caches/com.example.extraordinarily-long-identifier/"
+                                   "fsCachedData"),
+                    90000);
+    // The apps above are in the Trash by now: two fresh ones with files in several places.
+    const QString notes = QStringLiteral("/Applications/Notes Studio.app");
+    const QString photos = QStringLiteral("/Applications/Photo Lab.app");
+    for (const auto &[path, identifier, color] :
+         {std::tuple{notes, QStringLiteral("com.example.notes"), "#5b6cff"},
+          {photos, QStringLiteral("com.example.photolab"), "#2fb86f"}}) {
+        fixture.addApp(path, identifier, QStringLiteral("2.1"), QLatin1String(color));
+        for (const QString &place :
+             {QStringLiteral("~/Library/Caches/"), QStringLiteral("~/Library/Preferences/"),
+              QStringLiteral("~/Library/HTTPStorages/")})
+            fixture.addFile(place + identifier + QStringLiteral("/data"), 20000);
+    }
+    bool ok = shooter.drop({longName, notes});
+    ok &= shooter.shoot(QStringLiteral("17-long-names"));
+
+    ok &= shooter.drop({notes});
+    auto *checkBox = qobject_cast<QQuickItem *>(shooter.find(QStringLiteral("fileCheckBox")));
+    if (checkBox)
+        checkBox->forceActiveFocus(Qt::TabFocusReason);
+    ok &= checkBox != nullptr && shooter.shoot(QStringLiteral("18-keyboard-focus"));
+    QObject *list = shooter.find(QStringLiteral("resultsList"));
+    QObject *row = shooter.find(QStringLiteral("fileRow"));
+    ok &= list && row &&
+          QMetaObject::invokeMethod(list, "openMenu", Q_ARG(QVariant, fixture.root() + kWriter),
+                                    Q_ARG(QVariant, QVariant::fromValue(row)), Q_ARG(QVariant, 120),
+                                    Q_ARG(QVariant, 20));
+    ok &= shooter.shoot(QStringLiteral("19-row-menu"));
+    if (QObject *menu = shooter.find(QStringLiteral("rowMenu")))
+        QMetaObject::invokeMethod(menu, "close");
+
+    viewModel.clearSessions();
+    settle(300);
+    QObject *dialog = shooter.find(QStringLiteral("addAppDialog"));
+    ok &= dialog && QMetaObject::invokeMethod(dialog, "open");
+    ok &= shooter.shoot(QStringLiteral("20-add-app-dialog"));
+    if (dialog)
+        QMetaObject::invokeMethod(dialog, "close");
+    settle(300);
+
+    QStringList twenty;
+    for (int i = 1; i <= 20; ++i) {
+        const QString name = QStringLiteral("Utility %1").arg(i);
+        twenty.append(QStringLiteral("/Applications/") + name + QStringLiteral(".app"));
+        fixture.addApp(twenty.last(), QStringLiteral("com.example.utility%1").arg(i), {},
+                       QStringLiteral("#%1").arg(0x3366ff + i * 0x0a0f00, 6, 16, QLatin1Char('0')));
+        fixture.addFile(QStringLiteral("~/Library/Caches/com.example.utility%1/cache").arg(i),
+                        1000 * i);
+    }
+    ok &= shooter.drop(twenty);
+    fixture.setProperty("privilegedShell", QStringLiteral("run"));
+    ok &= shooter.uninstall();
+    ok &= shooter.shoot(QStringLiteral("21-twenty-apps-completed"));
+
+    // The same window in the dark appearance.
+    WindowFixture::setAppearance(QStringLiteral("dark"));
+    ok &= shooter.shoot(QStringLiteral("22-dark-completed"));
+    viewModel.clearSessions();
+    ok &= shooter.shoot(QStringLiteral("23-dark-drop-zone"));
+    ok &= shooter.drop({notes, photos});
+    ok &= shooter.shoot(QStringLiteral("24-dark-two-apps"));
+    QObject *results = shooter.find(QStringLiteral("resultsView"));
+    setProperty(results, "showingConfirmation", true);
+    ok &= shooter.shoot(QStringLiteral("25-dark-confirmation"));
+    setProperty(results, "showingConfirmation", false);
+    settle(300);
+    WindowFixture::setAppearance(QStringLiteral("light"));
+    return ok;
+}
 } // namespace
 
 int main(int argc, char *argv[])
 {
     QGuiApplication app(argc, argv);
+    // The pictures show the Mac's palette, whatever the machine that renders them uses.
+    WindowFixture::setAppearance(QStringLiteral("light"));
     const QStringList arguments = QCoreApplication::arguments();
     const QString outDir = arguments.value(1, QStringLiteral("screenshots"));
     const QString description =
@@ -239,6 +337,7 @@ int main(int argc, char *argv[])
     ok &= shootResults(shooter, fixture);
     ok &= shootConfirmations(shooter);
     ok &= shootUninstalls(shooter, fixture);
+    ok &= shootMore(shooter, fixture);
 
     shooter.viewModel().clearSessions();
     shooter.viewModel().handleDroppedFiles({fixture.documentUrl()});
