@@ -6,6 +6,7 @@
 #include "Views/QuenzoUi.h"
 
 #include <QCommandLineParser>
+#include <QDesktopServices>
 #include <QDir>
 #include <QFileInfo>
 #include <QGuiApplication>
@@ -45,7 +46,9 @@ int main(int argc, char *argv[])
         SystemLayout::set(parser.isSet(rootOption) ? parser.value(rootOption) : QStringLiteral("/"),
                           parser.value(homeOption));
 
-    MainViewModel viewModel;
+    MainViewModel::Dependencies dependencies = MainViewModel::defaultDependencies();
+    dependencies.openUrl = [](const QUrl &url) { QDesktopServices::openUrl(url); };
+    MainViewModel viewModel(dependencies);
     QQmlApplicationEngine engine;
     QuenzoUi::prepare(engine);
     engine.setInitialProperties({{QStringLiteral("viewModel"), QVariant::fromValue(&viewModel)}});

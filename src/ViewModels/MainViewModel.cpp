@@ -9,7 +9,6 @@
 #include "Services/FileDiscoveryService.h"
 #include "Services/UninstallService.h"
 
-#include <QDesktopServices>
 #include <QDir>
 #include <QtConcurrent>
 
@@ -41,7 +40,7 @@ MainViewModel::Dependencies MainViewModel::defaultDependencies()
         std::make_shared<UninstallService>(),
         [] { return Bundle::mainBundleIdentifier(); },
         [] { return FileDiscoveryService::hasFullDiskAccess(); },
-        [](const QUrl &url) { QDesktopServices::openUrl(url); },
+        [](const QUrl &) {},
     };
 }
 

@@ -40,9 +40,11 @@ public:
         std::shared_ptr<UninstallService> uninstall;
         std::function<std::optional<QString>()> ownBundleIdentifier;
         std::function<bool()> fullDiskAccessProbe;
+        // Opening a URL needs Qt Gui, which only the window links: the window hands it in.
         std::function<void(const QUrl &)> openUrl;
     };
-    // The real services, this program's own identifier and the real probe.
+    // The real services, this program's own identifier and the real probe; opening URLs does
+    // nothing.
     [[nodiscard]] static Dependencies defaultDependencies();
 
     explicit MainViewModel(QObject *parent = nullptr);

@@ -1,8 +1,8 @@
 // SPDX-License-Identifier: MIT
 #include "Platform/SystemLayout.h"
 #include "Services/AuthorizationService.h"
-#include "support/FakeMacRemovalTools.h"
-#include "support/FakePrivilegedShell.h"
+#include "fakemac/FakeMacRemovalTools.h"
+#include "fakemac/FakePrivilegedShell.h"
 #include "support/TemporaryFakeMac.h"
 
 #include <QProcess>

@@ -1,8 +1,8 @@
 // SPDX-License-Identifier: MIT
 // quenzo-cli scan, run as a user would, on a fake Mac.
+#include "fakemac/FakeMacTools.h"
 #include "support/CliRun.h"
 #include "support/DiscoveryScene.h"
-#include "support/FakeMacTools.h"
 
 #include <QJsonArray>
 #include <QJsonObject>
