@@ -1,5 +1,6 @@
 // SPDX-License-Identifier: MIT
 #include "AuthorizationService.h"
+#include "Platform/LogCategories.h"
 
 #include "Platform/PrivilegedShell.h"
 #include "Platform/SystemLayout.h"
@@ -56,18 +57,24 @@ QStringList AuthorizationService::commands(const QList<Move> &moves,
         if (AdminPathPolicy::isAllowed(plist))
             result.append(launchctl + QStringLiteral(" bootout system ") + shellQuoted(plist) +
                           QStringLiteral(" >/dev/null 2>&1"));
+        else
+            qCDebug(lcRemoval) << "refused by the path policy:" << plist;
     }
     const QString pkgutil = toolPath(QStringLiteral("/usr/sbin/pkgutil"));
     for (const QString &id : packageIDs) {
         if (AdminPathPolicy::isValidPackageID(id))
             result.append(pkgutil + QStringLiteral(" --forget ") + shellQuoted(id) +
                           QStringLiteral(" >/dev/null 2>&1"));
+        else
+            qCDebug(lcRemoval) << "refused package identifier:" << id;
     }
     const QString mv = toolPath(QStringLiteral("/bin/mv"));
     for (const Move &move : moves) {
         if (AdminPathPolicy::isAllowed(move.source) && isTrashDestination(move.destination))
             result.append(mv + QStringLiteral(" -n -- ") + shellQuoted(move.source) +
                           QLatin1Char(' ') + shellQuoted(move.destination));
+        else
+            qCDebug(lcRemoval) << "refused move:" << move.source << "to" << move.destination;
     }
     return result;
 }

@@ -1,5 +1,6 @@
 // SPDX-License-Identifier: MIT
 #include "UninstallRun.h"
+#include "Platform/LogCategories.h"
 
 #include "Platform/SystemLayout.h"
 #include "Platform/TrashMover.h"
@@ -17,8 +18,7 @@ const QString kCouldNotMove = QStringLiteral("Couldn't be moved to the Trash");
 
 bool isPartOfOperatingSystem(const QString &path)
 {
-    const auto macPath = SystemLayout::macPath(path);
-    return macPath && macPath->startsWith(QLatin1String("/System/"));
+    return SystemLayout::isInSystemFolder(path);
 }
 
 QString parentFolder(const QString &path)
@@ -98,6 +98,8 @@ UninstallPlan UninstallRun::prepare(const QSharedPointer<UninstallSession> &sess
 void UninstallRun::quitApp(UninstallSession *session, const AppInfo &app) const
 {
     const auto error = m_dependencies.process->quitApp(app.bundleIdentifier, app.bundlePath);
+    if (error)
+        qCDebug(lcRemoval) << app.bundleIdentifier << error->message();
     log(session, error ? QStringLiteral("App was not running or already quit")
                        : QStringLiteral("Application quit successfully"));
 }
@@ -108,6 +110,8 @@ void UninstallRun::unloadLaunchAgents(UninstallSession *session, const QList<Fil
         if (item.category != FileCategory::launchAgents)
             continue;
         const auto error = m_dependencies.process->unloadLaunchItem(item.path);
+        if (error)
+            qCDebug(lcRemoval) << item.path << error->message();
         log(session, (error ? QStringLiteral("Launch agent was not loaded: ")
                             : QStringLiteral("Unloaded: ")) +
                          item.displayPath());
@@ -148,8 +152,10 @@ void UninstallRun::trashFiles(UninstallPlan &plan) const
         }
         bool moved = false;
         MainThread::call(plan.session.get(), [&] {
-            QString ignored;
-            moved = m_dependencies.trash->moveToTrash(item.path, &ignored);
+            QString reason;
+            moved = m_dependencies.trash->moveToTrash(item.path, &reason);
+            if (!moved)
+                qCDebug(lcRemoval) << "moving" << item.path << "failed:" << reason;
             if (moved)
                 plan.session->addLog(QStringLiteral("Moved to trash: ") + item.displayPath(), true);
         });
@@ -181,7 +187,8 @@ void UninstallRun::removeAdminFiles(QList<UninstallPlan> &plans) const
     // Should that fail too, each move fails and its item is logged and counted as failed.
     QString trashError;
     if (!moves.isEmpty())
-        (void)TrashMover::ensureTrashFolder(&trashError);
+        if (!TrashMover::ensureTrashFolder(&trashError))
+            qCDebug(lcRemoval) << "no Trash folder:" << trashError;
     for (const UninstallPlan &plan : std::as_const(plans)) {
         const qsizetype count = plan.adminFiles.size() + plan.receipts.size();
         if (count > 0)
@@ -191,6 +198,8 @@ void UninstallRun::removeAdminFiles(QList<UninstallPlan> &plans) const
     const auto error =
         m_dependencies.authorization->removeWithAdminPrivileges(moves, daemonPlists, packageIDs);
     const QString reason = error ? error->message() : kCouldNotMove;
+    if (error)
+        qCDebug(lcRemoval) << "administrator step:" << reason;
     for (UninstallPlan &plan : plans)
         judge(plan, reason);
 }

@@ -265,7 +265,7 @@ void MainViewModel::openFullDiskAccessSettings()
 
 void MainViewModel::openTrash()
 {
-    m_dependencies.openUrl(QUrl::fromLocalFile(SystemLayout::home() + QStringLiteral("/.Trash")));
+    m_dependencies.openUrl(QUrl::fromLocalFile(SystemLayout::trashDirectory()));
 }
 
 void MainViewModel::setSessions(const QList<QSharedPointer<UninstallSession>> &sessions)
