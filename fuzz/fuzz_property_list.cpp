@@ -3,6 +3,7 @@
 // reader returns a value or nothing; a value it returns must survive a round trip through
 // both writers unchanged in shape.
 #include "Platform/PropertyList.h"
+#include "fakemac/PropertyListWriter.h"
 
 #include <QByteArray>
 #include <cstdint>

@@ -1,13 +1,14 @@
 // SPDX-License-Identifier: MIT
 // quenzo: the window. `quenzo [--root DIR] [--home DIR] [APP...]`; apps given here are handled as
 // one drop at start, as a Mac app handles files opened with it.
-#include "Platform/SystemLayout.h"
+#include "Platform/LayoutOptions.h"
 #include "ViewModels/MainViewModel.h"
 #include "Views/QuenzoUi.h"
 
+#include <QClipboard>
 #include <QCommandLineParser>
+#include <QDesktopServices>
 #include <QDir>
-#include <QFileInfo>
 #include <QGuiApplication>
 #include <QQmlApplicationEngine>
 #include <QTextStream>
@@ -34,18 +35,21 @@ int main(int argc, char *argv[])
                                  QStringLiteral("[APP...]"));
     parser.process(app);
     for (const QCommandLineOption *option : {&rootOption, &homeOption}) {
-        const QString folder = parser.value(*option);
-        if (parser.isSet(*option) && !QFileInfo(folder).isDir()) {
-            QTextStream(stderr) << "quenzo: --" << option->names().constFirst() << ' ' << folder
-                                << ": not a folder\n";
+        const QString name = QStringLiteral("--") + option->names().constFirst();
+        const auto refused = LayoutOptions::folderError(name, parser.value(*option));
+        if (parser.isSet(*option) && refused) {
+            QTextStream(stderr) << "quenzo: " << *refused << '\n';
             return 2;
         }
     }
-    if (parser.isSet(rootOption) || parser.isSet(homeOption))
-        SystemLayout::set(parser.isSet(rootOption) ? parser.value(rootOption) : QStringLiteral("/"),
-                          parser.value(homeOption));
+    LayoutOptions::apply(parser.value(rootOption), parser.value(homeOption));
 
-    MainViewModel viewModel;
+    MainViewModel::Dependencies dependencies = MainViewModel::defaultDependencies();
+    dependencies.openUrl = [](const QUrl &url) { QDesktopServices::openUrl(url); };
+    dependencies.copyText = [](const QString &text) {
+        QGuiApplication::clipboard()->setText(text);
+    };
+    MainViewModel viewModel(dependencies);
     QQmlApplicationEngine engine;
     QuenzoUi::prepare(engine);
     engine.setInitialProperties({{QStringLiteral("viewModel"), QVariant::fromValue(&viewModel)}});

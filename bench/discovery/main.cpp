@@ -4,7 +4,7 @@
 #include "Platform/SystemLayout.h"
 #include "Services/FileDiscoveryService.h"
 #include "Services/SearchLocations.h"
-#include "support/FakeMac.h"
+#include "fakemac/FakeMac.h"
 
 #include <QCoreApplication>
 #include <QDir>

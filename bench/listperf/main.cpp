@@ -5,7 +5,7 @@
 #include "Services/FileDiscoveryService.h"
 #include "ViewModels/MainViewModel.h"
 #include "ViewModels/ResultsPresenter.h"
-#include "support/FakeMac.h"
+#include "fakemac/FakeMac.h"
 
 #include <QCoreApplication>
 #include <QElapsedTimer>

@@ -1,7 +1,9 @@
 // SPDX-License-Identifier: MIT
 #include "AppIcon.h"
 
+#include "BigEndian.h"
 #include "Bundle.h"
+#include "LogCategories.h"
 #include "NativeServices.h"
 
 #if defined(Q_OS_MACOS)
@@ -20,14 +22,6 @@ constexpr qint64 kMaximumIcnsSize = 32 * 1024 * 1024;
 constexpr qsizetype kHeaderSize = 8;
 const QByteArray kPngSignature = QByteArrayLiteral("\x89PNG\r\n\x1a\n");
 
-quint32 bigEndian32(const QByteArray &bytes, qsizetype at)
-{
-    quint32 value = 0;
-    for (qsizetype i = 0; i < 4; ++i)
-        value = (value << 8) | quint8(bytes[at + i]);
-    return value;
-}
-
 // Width times height from the IHDR chunk that must follow the PNG signature; nothing when the
 // entry is not a PNG.
 std::optional<quint64> pngArea(const QByteArray &entry)
@@ -35,7 +29,7 @@ std::optional<quint64> pngArea(const QByteArray &entry)
     constexpr qsizetype kIhdrEnd = 8 + 4 + 4 + 4 + 4; // signature, length, type, width, height
     if (entry.size() < kIhdrEnd || !entry.startsWith(kPngSignature) || entry.mid(12, 4) != "IHDR")
         return std::nullopt;
-    return quint64(bigEndian32(entry, 16)) * quint64(bigEndian32(entry, 20));
+    return quint64(BigEndian::read32(entry, 16)) * quint64(BigEndian::read32(entry, 20));
 }
 
 bool isLarger(const QByteArray &candidate, quint64 area, const QByteArray &best, quint64 bestArea)
@@ -58,7 +52,7 @@ std::optional<QByteArray> largestPngInIcns(const QByteArray &icns)
 {
     if (icns.size() < kHeaderSize || !icns.startsWith("icns"))
         return std::nullopt;
-    const quint32 total = bigEndian32(icns, 4);
+    const quint32 total = BigEndian::read32(icns, 4);
     if (total < quint32(kHeaderSize) || total > quint64(icns.size()))
         return std::nullopt;
 
@@ -66,7 +60,7 @@ std::optional<QByteArray> largestPngInIcns(const QByteArray &icns)
     quint64 bestArea = 0;
     qsizetype at = kHeaderSize;
     while (qsizetype(total) - at >= kHeaderSize) {
-        const quint32 length = bigEndian32(icns, at + 4);
+        const quint32 length = BigEndian::read32(icns, at + 4);
         if (length < quint32(kHeaderSize) || length > quint64(qsizetype(total) - at))
             break;
         const QByteArray entry = icns.mid(at + kHeaderSize, qsizetype(length) - kHeaderSize);
@@ -88,12 +82,18 @@ std::optional<QByteArray> fromIcnsResource(const QString &bundlePath)
     auto name = bundle->stringValue(QStringLiteral("CFBundleIconFile"));
     // The name comes from the bundle: it must stay a file inside Contents/Resources.
     if (!name || name->isEmpty() || name->contains(QLatin1Char('/')) ||
-        *name == QLatin1String("..") || *name == QLatin1String("."))
+        *name == QLatin1String("..") || *name == QLatin1String(".")) {
+        qCDebug(lcPlatform) << "no usable CFBundleIconFile in" << bundlePath;
         return std::nullopt;
+    }
     if (QFileInfo(*name).suffix().isEmpty())
         name->append(QStringLiteral(".icns"));
     const auto bytes = readIcns(bundlePath + QStringLiteral("/Contents/Resources/") + *name);
-    return bytes ? largestPngInIcns(*bytes) : std::nullopt;
+    auto png = bytes ? largestPngInIcns(*bytes) : std::nullopt;
+    if (!png)
+        qCDebug(lcPlatform) << "icon" << *name << "of" << bundlePath
+                            << "refused: unreadable, too large or without a PNG";
+    return png;
 }
 
 std::optional<QByteArray> extract(const QString &bundlePath)

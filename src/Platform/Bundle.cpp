@@ -1,6 +1,7 @@
 // SPDX-License-Identifier: MIT
 #include "Bundle.h"
 
+#include "LogCategories.h"
 #include "PropertyList.h"
 
 #include <QCoreApplication>
@@ -13,6 +14,8 @@ std::optional<Bundle> Bundle::open(const QString &path)
     if (path.isEmpty() || !QFileInfo(path).isDir())
         return std::nullopt;
     auto info = PropertyList::readDictionary(path + QStringLiteral("/Contents/Info.plist"));
+    if (!info)
+        qCDebug(lcPlatform) << "bundle without a readable Info.plist dictionary:" << path;
     return Bundle(path, info.value_or(QVariantMap()));
 }
 

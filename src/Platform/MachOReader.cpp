@@ -1,6 +1,8 @@
 // SPDX-License-Identifier: MIT
 #include "MachOReader.h"
 
+#include "BigEndian.h"
+#include "LogCategories.h"
 #include "PropertyList.h"
 
 #include "SafeFile.h"
@@ -35,16 +37,6 @@ std::optional<QByteArray> readAt(QIODevice &device, quint64 offset, quint64 leng
     return bytes;
 }
 
-quint32 be32(const QByteArray &bytes, qsizetype at)
-{
-    return qFromBigEndian<quint32>(bytes.constData() + at);
-}
-
-quint64 be64(const QByteArray &bytes, qsizetype at)
-{
-    return qFromBigEndian<quint64>(bytes.constData() + at);
-}
-
 // A window of the file: one architecture of a universal binary, or the whole thin file.
 struct Slice
 {
@@ -67,22 +59,22 @@ std::optional<QByteArray> entitlementsInSignature(QIODevice &device, const Slice
     if (dataOffset > slice.size || dataSize > slice.size - dataOffset)
         return std::nullopt;
     const auto header = readIn(device, blob, 0, 12);
-    if (!header || be32(*header, 0) != kSuperBlobMagic)
+    if (!header || BigEndian::read32(*header, 0) != kSuperBlobMagic)
         return std::nullopt;
-    const quint32 count = be32(*header, 8);
+    const quint32 count = BigEndian::read32(*header, 8);
     if (count > kMaximumBlobCount)
         return std::nullopt;
     const auto index = readIn(device, blob, 12, quint64(count) * 8);
     if (!index)
         return std::nullopt;
     for (quint32 i = 0; i < count; ++i) {
-        if (be32(*index, i * 8) != kEntitlementsSlot)
+        if (BigEndian::read32(*index, i * 8) != kEntitlementsSlot)
             continue;
-        const quint64 at = be32(*index, i * 8 + 4);
+        const quint64 at = BigEndian::read32(*index, i * 8 + 4);
         const auto entry = readIn(device, blob, at, 8);
-        if (!entry || be32(*entry, 0) != kEntitlementsMagic)
+        if (!entry || BigEndian::read32(*entry, 0) != kEntitlementsMagic)
             return std::nullopt;
-        const quint64 length = be32(*entry, 4);
+        const quint64 length = BigEndian::read32(*entry, 4);
         if (length < 8 || length - 8 > kMaximumEntitlementsBytes)
             return std::nullopt;
         return readIn(device, blob, at + 8, length - 8);
@@ -96,13 +88,14 @@ std::optional<QByteArray> entitlementsInSlice(QIODevice &device, const Slice &sl
     if (!magicBytes)
         return std::nullopt;
     const quint32 little = qFromLittleEndian<quint32>(magicBytes->constData());
-    const quint32 big = be32(*magicBytes, 0);
+    const quint32 big = BigEndian::read32(*magicBytes, 0);
     const bool isLittle = little == kMachMagic || little == kMachMagic64;
     if (!isLittle && big != kMachMagic && big != kMachMagic64)
         return std::nullopt;
     const bool is64 = (isLittle ? little : big) == kMachMagic64;
     const auto u32 = [isLittle](const QByteArray &bytes, qsizetype at) {
-        return isLittle ? qFromLittleEndian<quint32>(bytes.constData() + at) : be32(bytes, at);
+        return isLittle ? qFromLittleEndian<quint32>(bytes.constData() + at)
+                        : BigEndian::read32(bytes, at);
     };
     const quint64 headerSize = is64 ? 32 : 28;
     const auto header = readIn(device, slice, 0, headerSize);
@@ -134,7 +127,7 @@ std::optional<QByteArray> entitlementsInUniversal(QIODevice &device, bool is64)
     const auto header = readAt(device, 0, 8);
     if (!header)
         return std::nullopt;
-    const quint32 count = be32(*header, 4);
+    const quint32 count = BigEndian::read32(*header, 4);
     if (count > kMaximumArchitectures)
         return std::nullopt;
     const quint64 entrySize = is64 ? 32 : 20;
@@ -144,8 +137,9 @@ std::optional<QByteArray> entitlementsInUniversal(QIODevice &device, bool is64)
     const quint64 fileSize = quint64(device.size());
     for (quint32 i = 0; i < count; ++i) {
         const qsizetype at = qsizetype(i * entrySize);
-        const Slice slice = is64 ? Slice{be64(*entries, at + 8), be64(*entries, at + 16)}
-                                 : Slice{be32(*entries, at + 8), be32(*entries, at + 12)};
+        const Slice slice =
+            is64 ? Slice{BigEndian::read64(*entries, at + 8), BigEndian::read64(*entries, at + 16)}
+                 : Slice{BigEndian::read32(*entries, at + 8), BigEndian::read32(*entries, at + 12)};
         if (slice.offset > fileSize || slice.size > fileSize - slice.offset)
             continue;
         if (auto data = entitlementsInSlice(device, slice))
@@ -162,7 +156,7 @@ std::optional<QByteArray> entitlementsData(QIODevice &device)
     const auto magic = readAt(device, 0, 4);
     if (!magic)
         return std::nullopt;
-    const quint32 big = be32(*magic, 0);
+    const quint32 big = BigEndian::read32(*magic, 0);
     if (big == kFatMagic || big == kFatMagic64)
         return entitlementsInUniversal(device, big == kFatMagic64);
     return entitlementsInSlice(device, Slice{0, quint64(device.size())});
@@ -180,11 +174,16 @@ std::optional<QVariantMap> entitlements(const QString &executablePath)
         return std::nullopt;
     }
     const auto data = entitlementsData(file);
-    if (!data)
+    if (!data) {
+        qCDebug(lcPlatform) << "no entitlements read from" << executablePath
+                            << "(unsigned, not Mach-O, or malformed)";
         return std::nullopt;
+    }
     const auto value = PropertyList::parse(*data);
-    if (!value || value->typeId() != QMetaType::QVariantMap)
+    if (!value || value->typeId() != QMetaType::QVariantMap) {
+        qCDebug(lcPlatform) << "entitlements of" << executablePath << "refused: not a dictionary";
         return std::nullopt;
+    }
     return value->toMap();
 }
 

@@ -1,5 +1,6 @@
 // SPDX-License-Identifier: MIT
 #include "PropertyList.h"
+#include "LogCategories.h"
 
 #include "PropertyListGuard.h"
 #include "SafeFile.h"
@@ -155,11 +156,17 @@ Node parseNode(const QByteArray &bytes)
     if (bytes.startsWith(kBinaryMagic)) {
         if (PropertyListGuard::isBinaryWithinLimits(bytes))
             plist_from_bin(bytes.constData(), uint32_t(bytes.size()), &root);
+        else
+            qCDebug(lcPlatform) << "binary property list refused: beyond the guard's limits";
         return Node(root);
     }
     // libplist does not skip a byte-order mark itself.
     const QByteArray xml = bytes.startsWith("\xEF\xBB\xBF") ? bytes.mid(3) : bytes;
-    if (xml.trimmed().startsWith('<') && PropertyListGuard::isXmlWithinLimits(xml))
+    if (!xml.trimmed().startsWith('<'))
+        qCDebug(lcPlatform) << "property list refused: neither binary nor XML";
+    else if (!PropertyListGuard::isXmlWithinLimits(xml))
+        qCDebug(lcPlatform) << "XML property list refused: beyond the guard's limits";
+    else
         plist_from_xml(xml.constData(), uint32_t(xml.size()), &root);
     return Node(root);
 }
@@ -170,18 +177,32 @@ namespace PropertyList {
 
 std::optional<QVariant> parse(const QByteArray &bytes)
 {
-    if (bytes.isEmpty() || bytes.size() > kMaximumSize)
+    if (bytes.isEmpty() || bytes.size() > kMaximumSize) {
+        qCDebug(lcPlatform) << "property list refused: size" << bytes.size();
         return std::nullopt;
+    }
     const Node root = parseNode(bytes);
-    return toVariant(root.get(), 0);
+    if (!root) {
+        qCDebug(lcPlatform) << "property list refused: not well-formed or beyond the limits";
+        return std::nullopt;
+    }
+    auto value = toVariant(root.get(), 0);
+    if (!value)
+        qCDebug(lcPlatform) << "property list refused: a value too deep or of an unknown type";
+    return value;
 }
 
 std::optional<QVariant> read(const QString &path)
 {
     const auto bytes = SafeFile::read(path, kMaximumSize);
-    if (!bytes)
+    if (!bytes) {
+        qCDebug(lcPlatform) << "property list refused:" << path << "is not a readable regular file";
         return std::nullopt;
-    return parse(*bytes);
+    }
+    auto value = parse(*bytes);
+    if (!value)
+        qCDebug(lcPlatform) << "property list refused:" << path;
+    return value;
 }
 
 std::optional<QVariantMap> readDictionary(const QString &path)

@@ -21,8 +21,4 @@ inline constexpr qint64 kMaximumSize = 16 * 1024 * 1024;
 // The same, when the top level must be a dictionary.
 [[nodiscard]] std::optional<QVariantMap> readDictionary(const QString &path);
 
-// Serialisation, used by tests and the fake-Mac builder.
-[[nodiscard]] QByteArray toXml(const QVariant &value);
-[[nodiscard]] QByteArray toBinary(const QVariant &value);
-
 } // namespace PropertyList

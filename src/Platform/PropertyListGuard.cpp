@@ -1,6 +1,8 @@
 // SPDX-License-Identifier: MIT
 #include "PropertyListGuard.h"
 
+#include "BigEndian.h"
+
 #include <algorithm>
 #include <optional>
 #include <vector>
@@ -55,14 +57,6 @@ struct BinaryLayout
 constexpr qsizetype kTrailerSize = 32;
 constexpr qsizetype kHeaderSize = 8;
 
-quint64 bigEndian(const QByteArray &bytes, quint64 at, int size)
-{
-    quint64 value = 0;
-    for (int i = 0; i < size; ++i)
-        value = (value << 8) | quint8(bytes[qsizetype(at) + i]);
-    return value;
-}
-
 std::optional<BinaryLayout> readTrailer(const QByteArray &bytes)
 {
     if (bytes.size() < kHeaderSize + kTrailerSize)
@@ -71,9 +65,9 @@ std::optional<BinaryLayout> readTrailer(const QByteArray &bytes)
     BinaryLayout layout{bytes};
     layout.offsetSize = quint8(bytes[qsizetype(trailer) + 6]);
     layout.referenceSize = quint8(bytes[qsizetype(trailer) + 7]);
-    layout.objectCount = bigEndian(bytes, trailer + 8, 8);
-    layout.topObject = bigEndian(bytes, trailer + 16, 8);
-    layout.offsetTable = bigEndian(bytes, trailer + 24, 8);
+    layout.objectCount = BigEndian::read(bytes, trailer + 8, 8);
+    layout.topObject = BigEndian::read(bytes, trailer + 16, 8);
+    layout.offsetTable = BigEndian::read(bytes, trailer + 24, 8);
     if (layout.offsetSize < 1 || layout.offsetSize > 8 || layout.referenceSize < 1 ||
         layout.referenceSize > 8)
         return std::nullopt;
@@ -96,7 +90,7 @@ struct ObjectHeader
 std::optional<ObjectHeader> objectHeader(const BinaryLayout &layout, quint64 object)
 {
     const QByteArray &bytes = layout.bytes;
-    const quint64 offset = bigEndian(
+    const quint64 offset = BigEndian::read(
         bytes, layout.offsetTable + object * quint64(layout.offsetSize), layout.offsetSize);
     if (offset < quint64(kHeaderSize) || offset >= layout.offsetTable)
         return std::nullopt;
@@ -109,7 +103,7 @@ std::optional<ObjectHeader> objectHeader(const BinaryLayout &layout, quint64 obj
         const int size = 1 << (quint8(bytes[qsizetype(at)]) & 0x0F);
         if (size > 8 || at + 1 + quint64(size) > layout.offsetTable)
             return std::nullopt;
-        header.count = bigEndian(bytes, at + 1, size);
+        header.count = BigEndian::read(bytes, at + 1, size);
         header.position = at + 1 + quint64(size);
     }
     return header;
@@ -154,8 +148,8 @@ std::optional<std::vector<quint64>> references(const BinaryLayout &layout, quint
     result.reserve(total);
     for (quint64 i = 0; i < total; ++i) {
         const quint64 reference =
-            bigEndian(layout.bytes, header->position + i * quint64(layout.referenceSize),
-                      layout.referenceSize);
+            BigEndian::read(layout.bytes, header->position + i * quint64(layout.referenceSize),
+                            layout.referenceSize);
         if (reference >= layout.objectCount)
             return std::nullopt;
         result.push_back(reference);

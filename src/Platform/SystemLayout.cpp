@@ -97,6 +97,12 @@ std::optional<QString> SystemLayout::macPath(const QString &realPath)
     return std::nullopt;
 }
 
+bool SystemLayout::isInSystemFolder(const QString &realPath)
+{
+    const auto mac = macPath(realPath);
+    return mac && mac->startsWith(QLatin1String("/System/"));
+}
+
 QString SystemLayout::displayPath(const QString &path)
 {
     QString shown = g_home.isEmpty() ? path : QString(path).replace(g_home, QStringLiteral("~"));

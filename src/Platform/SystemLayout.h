@@ -29,6 +29,10 @@ public:
     // the path lies outside root.
     [[nodiscard]] static std::optional<QString> macPath(const QString &realPath);
 
+    // Whether a real path lies under the Mac's "/System/", as written: callers that must see
+    // through links resolve them first.
+    [[nodiscard]] static bool isInSystemFolder(const QString &realPath);
+
     // Every occurrence of the home folder replaced by "~"; on a fake Mac, a path under root is
     // then shown as its Mac path.
     [[nodiscard]] static QString displayPath(const QString &path);

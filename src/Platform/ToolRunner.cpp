@@ -1,5 +1,6 @@
 // SPDX-License-Identifier: MIT
 #include "ToolRunner.h"
+#include "LogCategories.h"
 
 #include <QProcess>
 
@@ -21,6 +22,7 @@ ToolResult ToolRunner::run(const QString &program, const QStringList &arguments,
     ToolResult result;
     if (!process.waitForStarted()) {
         result.errorText = process.errorString();
+        qCDebug(lcPlatform) << "cannot start" << program << result.errorText;
         return result;
     }
     // QProcess drains the pipe into its own buffer while we wait, so a chatty tool never blocks.
@@ -29,13 +31,17 @@ ToolResult ToolRunner::run(const QString &program, const QStringList &arguments,
         process.waitForFinished();
         result.errorText = QStringLiteral("%1 did not finish in time").arg(program);
         result.output = process.readAll();
+        qCDebug(lcPlatform) << result.errorText;
         return result;
     }
     result.output = process.readAll();
     if (process.exitStatus() == QProcess::CrashExit) {
         result.errorText = process.errorString();
+        qCDebug(lcPlatform) << program << "crashed:" << result.errorText;
         return result;
     }
     result.exitStatus = process.exitCode();
+    if (result.exitStatus != 0)
+        qCDebug(lcPlatform) << program << arguments << "exited with" << result.exitStatus;
     return result;
 }

@@ -1,5 +1,6 @@
 // SPDX-License-Identifier: MIT
 #include "AuthorizationService.h"
+#include "Platform/LogCategories.h"
 
 #include "Platform/PrivilegedShell.h"
 #include "Platform/SystemLayout.h"
@@ -71,16 +72,22 @@ QList<HelperRecord> AuthorizationService::commands(const QList<Move> &moves,
     for (const QString &plist : daemonPlists) {
         if (AdminPathPolicy::isAllowed(plist))
             result.append(HelperRecord{"bootout", {QFile::encodeName(plist)}});
+        else
+            qCDebug(lcRemoval) << "refused by the path policy:" << plist;
     }
     for (const QString &id : packageIDs) {
         if (AdminPathPolicy::isValidPackageID(id))
             result.append(HelperRecord{"forget", {id.toUtf8()}});
+        else
+            qCDebug(lcRemoval) << "refused package identifier:" << id;
     }
     const QString trash = AdminPathPolicy::trashDirectory();
     for (const Move &move : moves) {
         if (PrivilegedHelper::isAllowedMove(move.source, move.destination, trash))
             result.append(HelperRecord{
                 "move", {QFile::encodeName(move.source), QFile::encodeName(move.destination)}});
+        else
+            qCDebug(lcRemoval) << "refused move:" << move.source << "to" << move.destination;
     }
     return result;
 }

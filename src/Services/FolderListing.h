@@ -1,5 +1,6 @@
 // SPDX-License-Identifier: MIT
 #pragma once
+#include "Platform/LogCategories.h"
 
 #include <QFile>
 #include <QStringList>
@@ -16,8 +17,12 @@ namespace FolderListing {
 {
     QStringList list;
     DIR *dir = ::opendir(QFile::encodeName(folder).constData());
-    if (!dir)
+    if (!dir) {
+        // A missing folder is the usual case for most places discovery looks at.
+        if (errno != ENOENT)
+            qCDebug(lcDiscovery) << "cannot list" << folder << qt_error_string(errno);
         return list;
+    }
     while (const dirent *entry = ::readdir(dir)) {
         const char *name = entry->d_name;
         if (name[0] == '.' && (name[1] == '\0' || (name[1] == '.' && name[2] == '\0')))

@@ -1,5 +1,6 @@
 // SPDX-License-Identifier: MIT
 #include "UninstallRun.h"
+#include "Platform/LogCategories.h"
 
 #include "Platform/SystemLayout.h"
 #include "Platform/TrashMover.h"
@@ -20,8 +21,7 @@ const QString kCouldNotMove = QStringLiteral("Couldn't be moved to the Trash");
 
 bool isPartOfOperatingSystem(const QString &path)
 {
-    const auto macPath = SystemLayout::macPath(path);
-    return macPath && macPath->startsWith(QLatin1String("/System/"));
+    return SystemLayout::isInSystemFolder(path);
 }
 
 QString parentFolder(const QString &path)
@@ -114,6 +114,8 @@ UninstallPlan UninstallRun::prepare(const QSharedPointer<UninstallSession> &sess
 void UninstallRun::quitApp(UninstallSession *session, const AppInfo &app) const
 {
     const auto error = m_dependencies.process->quitApp(app.bundleIdentifier, app.bundlePath);
+    if (error)
+        qCDebug(lcRemoval) << app.bundleIdentifier << error->message();
     log(session, error ? QStringLiteral("App was not running or already quit")
                        : QStringLiteral("Application quit successfully"));
 }
@@ -124,6 +126,8 @@ void UninstallRun::unloadLaunchAgents(UninstallSession *session, const QList<Fil
         if (item.category != FileCategory::launchAgents)
             continue;
         const auto error = m_dependencies.process->unloadLaunchItem(item.path);
+        if (error)
+            qCDebug(lcRemoval) << item.path << error->message();
         log(session, (error ? QStringLiteral("Launch agent was not loaded: ")
                             : QStringLiteral("Unloaded: ")) +
                          item.displayPath());
@@ -168,8 +172,10 @@ void UninstallRun::trashFiles(UninstallPlan &plan) const
         }
         bool moved = false;
         MainThread::call(plan.session.get(), [&] {
-            QString ignored;
-            moved = m_dependencies.trash->moveToTrash(item.path, &ignored);
+            QString reason;
+            moved = m_dependencies.trash->moveToTrash(item.path, &reason);
+            if (!moved)
+                qCDebug(lcRemoval) << "moving" << item.path << "failed:" << reason;
             if (moved)
                 plan.session->addLog(QStringLiteral("Moved to trash: ") + item.displayPath(), true);
         });
@@ -203,7 +209,8 @@ void UninstallRun::removeAdminFiles(QList<UninstallPlan> &plans) const
     // Should that fail too, each move fails and its item is logged and counted as failed.
     QString trashError;
     if (!moves.isEmpty())
-        (void)TrashMover::ensureTrashFolder(&trashError);
+        if (!TrashMover::ensureTrashFolder(&trashError))
+            qCDebug(lcRemoval) << "no Trash folder:" << trashError;
     for (const UninstallPlan &plan : std::as_const(plans)) {
         const qsizetype count = plan.adminFiles.size() + plan.receipts.size();
         if (count > 0)
@@ -212,6 +219,8 @@ void UninstallRun::removeAdminFiles(QList<UninstallPlan> &plans) const
     }
     const AuthorizationService::Report report =
         m_dependencies.authorization->removeWithAdminPrivileges(moves, daemonPlists, packageIDs);
+    if (report.error)
+        qCDebug(lcRemoval) << "administrator step:" << report.error->message();
     for (UninstallPlan &plan : plans)
         judge(plan, report);
 }

@@ -16,7 +16,7 @@ bool startsWithMacPath(const QString &path, const QString &macPrefix)
 
 bool isSystemProtected(const FileItem &item)
 {
-    return item.isProtected || startsWithMacPath(item.path, QStringLiteral("/System/"));
+    return item.isProtected || SystemLayout::isInSystemFolder(item.path);
 }
 
 bool requiresAdmin(const QString &path)

@@ -8,11 +8,8 @@
 #include "Services/FileDiscoveryService.h"
 #include "Services/UninstallService.h"
 
-#include <QClipboard>
-#include <QDesktopServices>
 #include <QDir>
 #include <QFileInfo>
-#include <QGuiApplication>
 #include <QtConcurrent>
 
 namespace {
@@ -43,11 +40,8 @@ MainViewModel::Dependencies MainViewModel::defaultDependencies()
         std::make_shared<UninstallService>(),
         [] { return Bundle::mainBundleIdentifier(); },
         [] { return FileDiscoveryService::hasFullDiskAccess(); },
-        [](const QUrl &url) { QDesktopServices::openUrl(url); },
-        [](const QString &text) {
-            if (qobject_cast<QGuiApplication *>(QCoreApplication::instance()))
-                QGuiApplication::clipboard()->setText(text);
-        },
+        [](const QUrl &) {},
+        [](const QString &) {},
     };
 }
 
@@ -266,7 +260,7 @@ void MainViewModel::openFullDiskAccessSettings()
 
 void MainViewModel::openTrash()
 {
-    m_dependencies.openUrl(QUrl::fromLocalFile(SystemLayout::home() + QStringLiteral("/.Trash")));
+    m_dependencies.openUrl(QUrl::fromLocalFile(SystemLayout::trashDirectory()));
 }
 
 QUrl MainViewModel::applicationsFolder() const

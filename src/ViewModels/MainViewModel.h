@@ -41,10 +41,13 @@ public:
         std::shared_ptr<UninstallService> uninstall;
         std::function<std::optional<QString>()> ownBundleIdentifier;
         std::function<bool()> fullDiskAccessProbe;
+        // Opening a URL and the clipboard need Qt Gui, which only the window links: the window
+        // hands them in.
         std::function<void(const QUrl &)> openUrl;
         std::function<void(const QString &)> copyText;
     };
-    // The real services, this program's own identifier and the real probe.
+    // The real services, this program's own identifier and the real probe; opening URLs and
+    // copying do nothing.
     [[nodiscard]] static Dependencies defaultDependencies();
 
     explicit MainViewModel(QObject *parent = nullptr);

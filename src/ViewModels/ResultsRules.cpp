@@ -12,7 +12,7 @@ namespace ResultsRules {
 bool isSIPProtected(const UninstallSession &session)
 {
     return session.appInfo().isSystemProtected ||
-           session.appInfo().bundlePath.startsWith(SystemLayout::path(QStringLiteral("/System/")));
+           SystemLayout::isInSystemFolder(session.appInfo().bundlePath);
 }
 
 bool hasProtectedFiles(const QList<const UninstallSession *> &sessions)

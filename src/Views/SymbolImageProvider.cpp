@@ -1,6 +1,7 @@
 // SPDX-License-Identifier: MIT
 #include "SymbolImageProvider.h"
 
+#include "UiLogging.h"
 #include "ViewModels/SymbolImages.h"
 
 #include <QBuffer>
@@ -14,8 +15,10 @@ namespace {
 QImage renderSvg(const QString &file, const QColor &color, const QSize &size, qreal strokeWidth)
 {
     QFile svg(QStringLiteral(":/Quenzo/icons/") + file);
-    if (!svg.open(QIODevice::ReadOnly))
+    if (!svg.open(QIODevice::ReadOnly)) {
+        qCDebug(lcUi) << "no bundled icon" << file;
         return {};
+    }
     QByteArray source = svg.readAll();
     source.replace("currentColor", color.name(QColor::HexRgb).toLatin1());
     source.replace("stroke-width=\"2\"",
@@ -25,8 +28,10 @@ QImage renderSvg(const QString &file, const QColor &color, const QSize &size, qr
     QImageReader reader(&buffer, "svg");
     reader.setScaledSize(size);
     QImage image = reader.read().convertToFormat(QImage::Format_ARGB32_Premultiplied);
-    if (image.isNull())
+    if (image.isNull()) {
+        qCDebug(lcUi) << "icon" << file << "could not be drawn:" << reader.errorString();
         return {};
+    }
     if (color.alphaF() < 1.0) {
         QPainter painter(&image);
         painter.setCompositionMode(QPainter::CompositionMode_DestinationIn);

@@ -1,6 +1,8 @@
 // SPDX-License-Identifier: MIT
 #include "CliOptions.h"
 
+#include "Platform/LayoutOptions.h"
+
 #include <QFileInfo>
 
 namespace {
@@ -13,16 +15,11 @@ std::optional<QString> folderArgument(const QStringList &arguments, qsizetype &i
         return std::nullopt;
     }
     const QString value = arguments.at(++index);
-    const QFileInfo info(value);
-    if (!info.exists()) {
-        *error = option + QStringLiteral(" ") + value + QStringLiteral(": no such folder");
+    if (const auto refused = LayoutOptions::folderError(option, value)) {
+        *error = *refused;
         return std::nullopt;
     }
-    if (!info.isDir()) {
-        *error = option + QStringLiteral(" ") + value + QStringLiteral(": not a folder");
-        return std::nullopt;
-    }
-    return info.absoluteFilePath();
+    return QFileInfo(value).absoluteFilePath();
 }
 } // namespace
 
@@ -51,6 +48,8 @@ std::optional<CliOptions> CliOptions::parse(const QStringList &arguments, QStrin
             onlyApps = true;
         } else if (argument == QLatin1String("--json")) {
             options.json = true;
+        } else if (argument == QLatin1String("--verbose")) {
+            options.verbose = true;
         } else if (argument == QLatin1String("--yes") && options.command == Command::uninstall) {
             options.yes = true;
         } else if (argument == QLatin1String("--root") || argument == QLatin1String("--home")) {
@@ -73,6 +72,8 @@ std::optional<CliOptions> CliOptions::parse(const QStringList &arguments, QStrin
 QString CliOptions::usage()
 {
     return QStringLiteral(
-        "usage: quenzo-cli scan [--root DIR] [--home DIR] [--json] APP...\n"
-        "       quenzo-cli uninstall [--root DIR] [--home DIR] [--json] [--yes] APP...\n");
+        "usage: quenzo-cli scan [--root DIR] [--home DIR] [--json] [--verbose] APP...\n"
+        "       quenzo-cli uninstall [--root DIR] [--home DIR] [--json] [--verbose] [--yes] "
+        "APP...\n"
+        "--verbose writes why files were left out or failed (quenzo.* logging) to stderr.\n");
 }

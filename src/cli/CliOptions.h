@@ -14,6 +14,7 @@ struct CliOptions
     QString root;
     QString home;
     bool json = false;
+    bool verbose = false; // the quenzo.* logging categories on
     bool yes = false;
     QStringList apps;
 

@@ -2,7 +2,8 @@
 // quenzo-cli: scan or uninstall apps from a terminal, over the same controller as the window.
 #include "CliOptions.h"
 #include "CliRunner.h"
-#include "Platform/SystemLayout.h"
+#include "Platform/LayoutOptions.h"
+#include "Platform/LogCategories.h"
 
 #include <QCoreApplication>
 #include <QTextStream>
@@ -22,8 +23,8 @@ int main(int argc, char *argv[])
         QTextStream(stderr) << "quenzo-cli: " << error << " (see quenzo-cli --help)\n";
         return 2;
     }
-    if (!options->root.isEmpty() || !options->home.isEmpty())
-        SystemLayout::set(options->root.isEmpty() ? QStringLiteral("/") : options->root,
-                          options->home);
+    if (options->verbose)
+        LogCategories::enableVerbose();
+    LayoutOptions::apply(options->root, options->home);
     return CliRunner(*options).run();
 }

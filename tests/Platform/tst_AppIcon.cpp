@@ -1,6 +1,7 @@
 // SPDX-License-Identifier: MIT
 #include "Platform/AppIcon.h"
 #include "Platform/PropertyList.h"
+#include "fakemac/PropertyListWriter.h"
 
 #include <QDir>
 #include <QFile>

@@ -1,6 +1,6 @@
 // SPDX-License-Identifier: MIT
 #include "Platform/MachOReader.h"
-#include "support/MachOBuilder.h"
+#include "fakemac/MachOBuilder.h"
 
 #include <QBuffer>
 #include <QTemporaryDir>

@@ -1,5 +1,6 @@
 // SPDX-License-Identifier: MIT
 #include "Platform/PropertyList.h"
+#include "fakemac/PropertyListWriter.h"
 
 #include <QDateTime>
 #include <QFile>

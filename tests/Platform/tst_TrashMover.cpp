@@ -2,8 +2,8 @@
 #include "Platform/RenamingTrashMover.h"
 #include "Platform/SystemLayout.h"
 #include "Platform/TrashNaming.h"
+#include "fakemac/TreeFingerprint.h"
 #include "support/TemporaryFakeMac.h"
-#include "support/TreeFingerprint.h"
 
 #include <QTest>
 

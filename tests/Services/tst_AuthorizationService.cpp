@@ -3,8 +3,8 @@
 // prompt makes of the items. The helper really runs (as the test's user, root in CI).
 #include "Platform/SystemLayout.h"
 #include "Services/AuthorizationService.h"
-#include "support/FakeMacRemovalTools.h"
-#include "support/FakePrivilegedShell.h"
+#include "fakemac/FakeMacRemovalTools.h"
+#include "fakemac/FakePrivilegedShell.h"
 #include "support/TemporaryFakeMac.h"
 
 #include <QTest>

@@ -2,8 +2,8 @@
 // Discovery of what an app leaves outside its own folders: launchd jobs and the helpers they
 // start, installer receipts, and the packages and apps the system tools know of.
 #include "Services/FileDiscoveryService.h"
+#include "fakemac/FakeMacTools.h"
 #include "support/DiscoveryScene.h"
-#include "support/FakeMacTools.h"
 
 #include <QFile>
 #include <QTest>

@@ -2,8 +2,8 @@
 #include "Platform/RunningApplications.h"
 #include "Platform/SystemLayout.h"
 #include "Services/ProcessService.h"
-#include "support/FakeMac.h"
-#include "support/FakeMacRemovalTools.h"
+#include "fakemac/FakeMac.h"
+#include "fakemac/FakeMacRemovalTools.h"
 
 #include <QTemporaryDir>
 #include <QTest>

@@ -8,12 +8,12 @@
 #include "Platform/TrashMover.h"
 #include "Services/AuthorizationService.h"
 #include "Services/UninstallService.h"
-#include "support/FakeMacRemovalTools.h"
-#include "support/FakePrivilegedShell.h"
+#include "fakemac/FakeMacRemovalTools.h"
+#include "fakemac/FakePrivilegedShell.h"
+#include "fakemac/TreeFingerprint.h"
 #include "support/LongNames.h"
 #include "support/SessionRun.h"
 #include "support/TemporaryFakeMac.h"
-#include "support/TreeFingerprint.h"
 
 #include <QDir>
 #include <QTemporaryDir>

@@ -1,6 +1,6 @@
 // SPDX-License-Identifier: MIT
 #include "Services/SizeMeasurer.h"
-#include "support/FakeMac.h"
+#include "fakemac/FakeMac.h"
 #include "support/UnprivilegedFiles.h"
 
 #include <QTemporaryDir>

@@ -3,12 +3,12 @@
 #include "Platform/TrashNaming.h"
 #include "Services/AuthorizationService.h"
 #include "Services/UninstallService.h"
-#include "support/FakeMacRemovalTools.h"
-#include "support/FakeMacTools.h"
-#include "support/FakePrivilegedShell.h"
+#include "fakemac/FakeMacRemovalTools.h"
+#include "fakemac/FakeMacTools.h"
+#include "fakemac/FakePrivilegedShell.h"
+#include "fakemac/TreeFingerprint.h"
 #include "support/SessionRun.h"
 #include "support/TemporaryFakeMac.h"
-#include "support/TreeFingerprint.h"
 
 #include <QProcess>
 #include <QTest>

@@ -1,6 +1,6 @@
 // SPDX-License-Identifier: MIT
 #include "ViewModels/ResultsListModel.h"
-#include "support/FakeMac.h"
+#include "fakemac/FakeMac.h"
 
 #include <QAbstractItemModelTester>
 #include <QTemporaryDir>

@@ -1,7 +1,7 @@
 // SPDX-License-Identifier: MIT
 #include "Models/ByteCountFormatter.h"
 #include "ViewModels/ResultsRules.h"
-#include "support/FakeMac.h"
+#include "fakemac/FakeMac.h"
 
 #include <QTemporaryDir>
 #include <QtTest>

@@ -1,8 +1,8 @@
 // SPDX-License-Identifier: MIT
 // quenzo-cli scan, run as a user would, on a fake Mac.
+#include "fakemac/FakeMacTools.h"
 #include "support/CliRun.h"
 #include "support/DiscoveryScene.h"
-#include "support/FakeMacTools.h"
 
 #include <QJsonArray>
 #include <QJsonObject>
@@ -20,6 +20,8 @@ private slots:
     void jsonListsItemsInDiscoveryOrder();
     void textGroupsByCategoryWithBadges();
     void unreadableAppBecomesTheNotice();
+    void verboseSaysWhyAFileWasRefused_data();
+    void verboseSaysWhyAFileWasRefused();
 
 private:
     [[nodiscard]] CliRun scan(const QStringList &options);
@@ -133,6 +135,32 @@ void tst_cliScan::unreadableAppBecomesTheNotice()
     QCOMPARE(session.value(u"version"_s).toString(), u"2.1"_s);
     QCOMPARE(session.value(u"status"_s).toString(), u"ready"_s);
     QCOMPARE(session.value(u"isSystemProtected"_s).toBool(), false);
+}
+
+void tst_cliScan::verboseSaysWhyAFileWasRefused_data()
+{
+    QTest::addColumn<QStringList>("options");
+    QTest::addColumn<QString>("expectedOnStderr"); // %1: the refused file; empty: nothing at all
+    QTest::newRow("quiet by default") << QStringList{} << QString();
+    QTest::newRow("--verbose") << QStringList{u"--verbose"_s}
+                               << u"quenzo.platform: property list refused: \"%1\""_s;
+}
+
+void tst_cliScan::verboseSaysWhyAFileWasRefused()
+{
+    QFETCH(QStringList, options);
+    QFETCH(QString, expectedOnStderr);
+    QTemporaryDir dir;
+    FakeMac mac(dir.path());
+    const QString info = u"/Applications/Broken.app/Contents/Info.plist"_s;
+    mac.addTextFile(info, "<plist><dict><key>unclosed");
+
+    const CliRun run = CliRun::of(QStringList{u"scan"_s, u"--root"_s, mac.root()} + options +
+                                  QStringList{mac.path(u"/Applications/Broken.app"_s)});
+    if (expectedOnStderr.isEmpty())
+        QCOMPARE(run.err, QString());
+    else
+        QVERIFY2(run.err.contains(expectedOnStderr.arg(mac.path(info))), qPrintable(run.err));
 }
 
 QTEST_GUILESS_MAIN(tst_cliScan)

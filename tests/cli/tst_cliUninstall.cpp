@@ -1,9 +1,9 @@
 // SPDX-License-Identifier: MIT
 // Runs the real quenzo-cli uninstall against a fake Mac.
+#include "fakemac/FakeMacRemovalTools.h"
+#include "fakemac/TreeFingerprint.h"
 #include "support/CliRun.h"
-#include "support/FakeMacRemovalTools.h"
 #include "support/TemporaryFakeMac.h"
-#include "support/TreeFingerprint.h"
 
 #include <QJsonArray>
 #include <QJsonObject>

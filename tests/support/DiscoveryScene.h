@@ -1,9 +1,9 @@
 // SPDX-License-Identifier: MIT
 #pragma once
 
-#include "FakeMac.h"
 #include "Models/AppInfo.h"
 #include "Models/FileItem.h"
+#include "fakemac/FakeMac.h"
 
 #include <QStringList>
 #include <QTemporaryDir>

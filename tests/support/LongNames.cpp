@@ -1,7 +1,7 @@
 // SPDX-License-Identifier: MIT
 #include "LongNames.h"
 
-#include "FakeMac.h"
+#include "fakemac/FakeMac.h"
 
 namespace LongNames {
 

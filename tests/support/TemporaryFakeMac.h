@@ -1,8 +1,8 @@
 // SPDX-License-Identifier: MIT
 #pragma once
 
-#include "FakeMac.h"
 #include "Platform/SystemLayout.h"
+#include "fakemac/FakeMac.h"
 
 #include <QTemporaryDir>
 

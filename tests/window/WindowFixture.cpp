@@ -10,8 +10,8 @@
 #include "Services/FileDiscoveryService.h"
 #include "Services/UninstallService.h"
 #include "ViewModels/MainViewModel.h"
-#include "support/FakeMacRemovalTools.h"
-#include "support/FakePrivilegedShell.h"
+#include "fakemac/FakeMacRemovalTools.h"
+#include "fakemac/FakePrivilegedShell.h"
 
 #include <QBuffer>
 #include <QCoreApplication>

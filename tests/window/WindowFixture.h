@@ -1,7 +1,7 @@
 // SPDX-License-Identifier: MIT
 #pragma once
 
-#include "support/FakeMac.h"
+#include "fakemac/FakeMac.h"
 
 #include <QObject>
 #include <QStringList>

@@ -1,8 +1,8 @@
 // SPDX-License-Identifier: MIT
 // quenzo-fakemac DESCRIPTION.json ROOT: lays out a fake Mac from a JSON description.
 #include "Platform/SystemLayout.h"
-#include "support/FakeMac.h"
-#include "support/FakeMacRemovalTools.h"
+#include "fakemac/FakeMac.h"
+#include "fakemac/FakeMacRemovalTools.h"
 
 #include <QCoreApplication>
 #include <QFile>

@@ -1,6 +1,6 @@
 // SPDX-License-Identifier: MIT
 // Serialisation half of PropertyList: Qt values back into XML or binary property lists.
-#include "PropertyList.h"
+#include "PropertyListWriter.h"
 
 #include <QDateTime>
 #include <QMetaType>

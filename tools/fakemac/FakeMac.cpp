@@ -7,6 +7,7 @@
 
 #include "Platform/PropertyList.h"
 #include "Platform/SystemLayout.h"
+#include "fakemac/PropertyListWriter.h"
 
 #include <QDir>
 #include <QFile>

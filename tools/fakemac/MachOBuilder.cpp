@@ -2,6 +2,7 @@
 #include "MachOBuilder.h"
 
 #include "Platform/PropertyList.h"
+#include "fakemac/PropertyListWriter.h"
 
 #include <QVariantList>
 #include <QVariantMap>

@@ -1,0 +1,24 @@
+// SPDX-License-Identifier: MIT
+#include "LayoutOptions.h"
+
+#include "SystemLayout.h"
+
+#include <QFileInfo>
+
+std::optional<QString> LayoutOptions::folderError(const QString &option, const QString &folder)
+{
+    const QFileInfo info(folder);
+    if (!info.exists())
+        return option + QLatin1Char(' ') + folder + QStringLiteral(": no such folder");
+    if (!info.isDir())
+        return option + QLatin1Char(' ') + folder + QStringLiteral(": not a folder");
+    return std::nullopt;
+}
+
+void LayoutOptions::apply(const QString &root, const QString &home)
+{
+    if (root.isEmpty() && home.isEmpty())
+        return;
+    SystemLayout::set(root.isEmpty() ? QStringLiteral("/") : QFileInfo(root).absoluteFilePath(),
+                      home.isEmpty() ? QString() : QFileInfo(home).absoluteFilePath());
+}

@@ -1,0 +1,18 @@
+// SPDX-License-Identifier: MIT
+#pragma once
+
+#include <QString>
+#include <optional>
+
+// `--root DIR` and `--home DIR`, taken the same way by the window and quenzo-cli.
+namespace LayoutOptions {
+
+// Why a folder given to an option ("--root") is refused, as the user reads it; nothing when it
+// is an existing folder.
+[[nodiscard]] std::optional<QString> folderError(const QString &option, const QString &folder);
+
+// Points SystemLayout at the given folders; an empty text means the option was not given. A
+// home alone keeps the real "/". Call once at start-up, before any other thread runs.
+void apply(const QString &root, const QString &home);
+
+} // namespace LayoutOptions

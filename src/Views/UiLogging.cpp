@@ -1,0 +1,4 @@
+// SPDX-License-Identifier: MIT
+#include "UiLogging.h"
+
+Q_LOGGING_CATEGORY(lcUi, "quenzo.ui", QtInfoMsg)
