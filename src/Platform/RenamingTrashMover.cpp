@@ -32,7 +32,7 @@ int renameWithoutReplacing(const QString &source, const QString &destination)
 }
 } // namespace
 
-bool RenamingTrashMover::moveToTrash(const QString &path, QString *error) const
+bool RenamingTrashMover::moveToTrash(const QString &path, QString *error, QString *trashPath) const
 {
     if (!ensureTrashFolder(error))
         return false;
@@ -41,8 +41,11 @@ bool RenamingTrashMover::moveToTrash(const QString &path, QString *error) const
     for (;;) {
         const QString destination = TrashNaming::freeDestination(trash, path, tried);
         const int failure = renameWithoutReplacing(path, destination);
-        if (failure == 0)
+        if (failure == 0) {
+            if (trashPath)
+                *trashPath = destination;
             return true;
+        }
         if (failure != EEXIST) {
             *error = QString::fromLocal8Bit(std::strerror(failure));
             return false;

@@ -9,6 +9,7 @@
 #include "Services/MainThread.h"
 #include "Services/PreferenceDomains.h"
 #include "Services/ProcessService.h"
+#include "Services/UninstallRecorder.h"
 
 #include <limits>
 
@@ -56,7 +57,8 @@ QString summary(qsizetype removed, qsizetype failed, qsizetype skipped)
 } // namespace
 
 UninstallRun::UninstallRun(UninstallService::Dependencies dependencies)
-    : m_dependencies(std::move(dependencies))
+    : m_dependencies(std::move(dependencies)),
+      m_recorder(m_dependencies.recorder ? m_dependencies.recorder() : nullptr)
 {}
 
 void UninstallRun::run(const QList<QSharedPointer<UninstallSession>> &sessions) const
@@ -64,6 +66,8 @@ void UninstallRun::run(const QList<QSharedPointer<UninstallSession>> &sessions) 
     QList<UninstallPlan> plans;
     for (const auto &session : sessions)
         plans.append(prepare(session));
+    if (m_recorder)
+        m_recorder->planned(plans);
     for (UninstallPlan &plan : plans)
         trashFiles(plan);
     removeAdminFiles(plans);
@@ -147,12 +151,15 @@ void UninstallRun::trashFiles(UninstallPlan &plan) const
             continue;
         }
         bool moved = false;
+        QString trashPath;
         MainThread::call(plan.session.get(), [&] {
             QString ignored;
-            moved = m_dependencies.trash->moveToTrash(item.path, &ignored);
+            moved = m_dependencies.trash->moveToTrash(item.path, &ignored, &trashPath);
             if (moved)
                 plan.session->addLog(QStringLiteral("Moved to trash: ") + item.displayPath(), true);
         });
+        if (moved && m_recorder)
+            m_recorder->moved(item.path, trashPath, false);
         // What the user's rights could not move is retried with administrator rights.
         (moved ? plan.removed : plan.adminFiles).append(item);
     }
@@ -190,6 +197,11 @@ void UninstallRun::removeAdminFiles(QList<UninstallPlan> &plans) const
     }
     const auto error =
         m_dependencies.authorization->removeWithAdminPrivileges(moves, daemonPlists, packageIDs);
+    for (const AuthorizationService::Move &move : std::as_const(moves)) {
+        if (m_recorder && !TrashNaming::itemExists(move.source) &&
+            TrashNaming::itemExists(move.destination))
+            m_recorder->moved(move.source, move.destination, true);
+    }
     const QString reason = error ? error->message() : kCouldNotMove;
     for (UninstallPlan &plan : plans)
         judge(plan, reason);

@@ -38,7 +38,7 @@ dev_t deviceOf(const QString &path)
 class RefusingTrashMover : public TrashMover
 {
 public:
-    bool moveToTrash(const QString &, QString *error) const override
+    bool moveToTrash(const QString &, QString *error, QString *) const override
     {
         *error = u"Permission denied"_s;
         return false;
