@@ -8,7 +8,7 @@
 
 #include <unistd.h>
 
-bool RenamingTrashMover::moveToTrash(const QString &path, QString *error) const
+bool RenamingTrashMover::moveToTrash(const QString &path, QString *error, QString *trashPath) const
 {
     if (!ensureTrashFolder(error))
         return false;
@@ -20,5 +20,7 @@ bool RenamingTrashMover::moveToTrash(const QString &path, QString *error) const
     const LinkProofMove::Outcome outcome = mover->moveToTrash(QFile::encodeName(path));
     if (!outcome.moved)
         *error = outcome.error;
+    else if (trashPath)
+        *trashPath = QFile::decodeName(outcome.destination);
     return outcome.moved;
 }

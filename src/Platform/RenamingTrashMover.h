@@ -8,5 +8,6 @@
 class RenamingTrashMover : public TrashMover
 {
 public:
-    bool moveToTrash(const QString &path, QString *error) const override;
+    bool moveToTrash(const QString &path, QString *error,
+                     QString *trashPath = nullptr) const override;
 };

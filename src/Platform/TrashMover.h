@@ -11,8 +11,10 @@ class TrashMover
 public:
     virtual ~TrashMover() = default;
 
-    // False, with the reason in `error`, when the item could not be moved.
-    virtual bool moveToTrash(const QString &path, QString *error) const = 0;
+    // False, with the reason in `error`, when the item could not be moved. On success the
+    // item's new path goes to `trashPath` when one is given.
+    virtual bool moveToTrash(const QString &path, QString *error,
+                             QString *trashPath = nullptr) const = 0;
 
     // Makes the user's Trash folder (mode 0700) when it is missing, with the user's own rights,
     // so that a move into it as root never has to create it. False, with the reason, on failure.

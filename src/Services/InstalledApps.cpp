@@ -19,8 +19,10 @@ public:
     void addApp(const QString &path)
     {
         const QString cleaned = QDir::cleanPath(path);
-        if (cleaned == m_excluding || cleaned.startsWith(m_excluding + QLatin1Char('/')) ||
-            cleaned.contains(QLatin1String("/.Trash/")) || m_seen.contains(cleaned))
+        const bool excluded =
+            !m_excluding.isEmpty() &&
+            (cleaned == m_excluding || cleaned.startsWith(m_excluding + QLatin1Char('/')));
+        if (excluded || cleaned.contains(QLatin1String("/.Trash/")) || m_seen.contains(cleaned))
             return;
         m_seen.insert(cleaned);
         const auto bundle = Bundle::open(cleaned);

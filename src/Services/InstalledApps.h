@@ -16,7 +16,8 @@ struct InstalledApp
 
 // The other installed applications: the two Applications folders searched four levels deep
 // without entering bundles, plus the metadata index asked once per identifier prefix. Each app
-// once; never the excluded app, anything inside it, or anything in a Trash.
+// once; never the excluded app (none when the path is empty), anything inside it, or anything in a
+// Trash.
 namespace InstalledApps {
 
 [[nodiscard]] QList<InstalledApp> find(const ToolRunner &runner, const QString &excludingPath,

@@ -10,6 +10,7 @@
 #include "Services/MainThread.h"
 #include "Services/PreferenceDomains.h"
 #include "Services/ProcessService.h"
+#include "Services/UninstallRecorder.h"
 
 #include <QFile>
 #include <QFileInfo>
@@ -67,7 +68,8 @@ QString summary(qsizetype removed, qsizetype failed, qsizetype skipped)
 } // namespace
 
 UninstallRun::UninstallRun(UninstallService::Dependencies dependencies)
-    : m_dependencies(std::move(dependencies))
+    : m_dependencies(std::move(dependencies)),
+      m_recorder(m_dependencies.recorder ? m_dependencies.recorder() : nullptr)
 {}
 
 void UninstallRun::run(const QList<QSharedPointer<UninstallSession>> &sessions) const
@@ -75,6 +77,8 @@ void UninstallRun::run(const QList<QSharedPointer<UninstallSession>> &sessions) 
     QList<UninstallPlan> plans;
     for (const auto &session : sessions)
         plans.append(prepare(session));
+    if (m_recorder)
+        m_recorder->planned(plans);
     for (UninstallPlan &plan : plans)
         trashFiles(plan);
     removeAdminFiles(plans);
@@ -171,14 +175,17 @@ void UninstallRun::trashFiles(UninstallPlan &plan) const
             continue;
         }
         bool moved = false;
+        QString trashPath;
         MainThread::call(plan.session.get(), [&] {
             QString reason;
-            moved = m_dependencies.trash->moveToTrash(item.path, &reason);
+            moved = m_dependencies.trash->moveToTrash(item.path, &reason, &trashPath);
             if (!moved)
                 qCDebug(lcRemoval) << "moving" << item.path << "failed:" << reason;
             if (moved)
                 plan.session->addLog(QStringLiteral("Moved to trash: ") + item.displayPath(), true);
         });
+        if (moved && m_recorder)
+            m_recorder->moved(item.path, trashPath, false);
         // What the user's rights could not move is retried with administrator rights.
         (moved ? plan.removed : plan.adminFiles).append(item);
     }
@@ -235,6 +242,8 @@ void UninstallRun::judge(UninstallPlan &plan, const AuthorizationService::Report
         if (!report.error && isFaithfulName(item.path) &&
             (result.word == "moved" || result.word == "done")) {
             plan.removed.append(item);
+            if (m_recorder && result.word == "moved" && result.fields.size() > 1)
+                m_recorder->moved(item.path, QFile::decodeName(result.fields.at(1)), true);
             log(plan.session.get(),
                 QStringLiteral("Moved to trash (admin): ") + item.displayPath());
             continue;

@@ -38,4 +38,5 @@ private:
     static void log(UninstallSession *session, const QString &message, bool isSuccess = true);
 
     UninstallService::Dependencies m_dependencies;
+    std::shared_ptr<UninstallRecorder> m_recorder; // this run's record; may be none
 };

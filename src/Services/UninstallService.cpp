@@ -3,6 +3,7 @@
 
 #include "Platform/TrashMover.h"
 #include "Services/AuthorizationService.h"
+#include "Services/HistoryRecorder.h"
 #include "Services/ProcessService.h"
 #include "Services/UninstallRun.h"
 
@@ -22,6 +23,8 @@ UninstallService::UninstallService(Dependencies dependencies)
         m_dependencies.authorization = std::make_shared<const AuthorizationService>();
     if (!m_dependencies.trash)
         m_dependencies.trash = TrashMover::system();
+    if (!m_dependencies.recorder)
+        m_dependencies.recorder = [] { return std::make_shared<HistoryRecorder>(); };
     if (!m_dependencies.isWritable)
         m_dependencies.isWritable = [](const QString &folder) {
             return ::access(QFile::encodeName(folder).constData(), W_OK) == 0;

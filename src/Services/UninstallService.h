@@ -12,6 +12,7 @@
 class AuthorizationService;
 class ProcessService;
 class TrashMover;
+class UninstallRecorder;
 
 // Moves the selected items of a batch of sessions to the Trash: quits the apps, unloads their
 // agents, moves what the user may move, asks once for administrator rights for the rest of the
@@ -28,6 +29,8 @@ public:
         std::shared_ptr<const TrashMover> trash;
         // Whether this process may write into the folder (macOS isWritableFile).
         std::function<bool(const QString &folder)> isWritable;
+        // A fresh recorder for each uninstall (the history journal unless replaced).
+        std::function<std::shared_ptr<UninstallRecorder>()> recorder;
     };
 
     UninstallService();

@@ -8,7 +8,7 @@
 // The parsed command line of quenzo-cli.
 struct CliOptions
 {
-    enum class Command { scan, uninstall };
+    enum class Command { scan, uninstall, orphans, history, restore };
 
     Command command = Command::scan;
     QString root;
@@ -17,9 +17,15 @@ struct CliOptions
     bool verbose = false; // the quenzo.* logging categories on
     bool yes = false;
     QStringList apps;
+    bool last = false; // restore: the newest record
+    QString record;    // restore: a record file or its name
 
     // Nothing, with a one-line message in `error`, when the arguments are wrong.
     [[nodiscard]] static std::optional<CliOptions> parse(const QStringList &arguments,
                                                          QString *error);
     [[nodiscard]] static QString usage();
+
+private:
+    // Apps for scan and uninstall, none for orphans and history, one record for restore.
+    [[nodiscard]] static bool checkOperands(CliOptions &options, QString *error);
 };

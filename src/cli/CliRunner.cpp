@@ -1,6 +1,8 @@
 // SPDX-License-Identifier: MIT
 #include "CliRunner.h"
 
+#include "HistoryCommand.h"
+#include "OrphansCommand.h"
 #include "ScanProgress.h"
 #include "SessionReport.h"
 #include "UninstallCommand.h"
@@ -18,6 +20,16 @@ CliRunner::CliRunner(const CliOptions &options) : m_options(options), m_out(stdo
 
 int CliRunner::run()
 {
+    switch (m_options.command) {
+    case CliOptions::Command::orphans:
+        return OrphansCommand::run(m_options.json, m_out);
+    case CliOptions::Command::history:
+    case CliOptions::Command::restore:
+        return HistoryCommand(m_options, m_out, m_err).run();
+    case CliOptions::Command::scan:
+    case CliOptions::Command::uninstall:
+        break;
+    }
     // Progress goes to stderr while discovering, and only on a terminal.
     const auto progress = ScanProgress::forTerminal();
     MainViewModel::Dependencies dependencies;

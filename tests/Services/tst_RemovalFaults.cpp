@@ -34,7 +34,7 @@ const QString kCache = u"~/Library/Caches/com.acme.writer"_s;
 class RefusingTrashMover : public TrashMover
 {
 public:
-    bool moveToTrash(const QString &, QString *error) const override
+    bool moveToTrash(const QString &, QString *error, QString *) const override
     {
         *error = u"Permission denied"_s;
         return false;

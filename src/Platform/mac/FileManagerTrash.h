@@ -11,7 +11,8 @@
 class FileManagerTrash : public TrashMover
 {
 public:
-    bool moveToTrash(const QString &path, QString *error) const override;
+    bool moveToTrash(const QString &path, QString *error,
+                     QString *trashPath = nullptr) const override;
 
     // The first Trash folder NSFileManager names for the user; nothing when it names none.
     [[nodiscard]] static std::optional<QString> trashDirectory();

@@ -7,13 +7,19 @@
 #error "FileManagerTrash.mm is built with ARC (-fobjc-arc)"
 #endif
 
-bool FileManagerTrash::moveToTrash(const QString &path, QString *error) const
+bool FileManagerTrash::moveToTrash(const QString &path, QString *error, QString *trashPath) const
 {
     @autoreleasepool {
         NSURL *url = [NSURL fileURLWithPath:path.toNSString()];
         NSError *failure = nil;
-        if ([NSFileManager.defaultManager trashItemAtURL:url resultingItemURL:nil error:&failure])
+        NSURL *result = nil;
+        if ([NSFileManager.defaultManager trashItemAtURL:url
+                                        resultingItemURL:&result
+                                                   error:&failure]) {
+            if (trashPath && result != nil)
+                *trashPath = QString::fromNSString(result.path);
             return true;
+        }
         *error = failure != nil ? QString::fromNSString(failure.localizedDescription)
                                 : QStringLiteral("The item could not be moved to the Trash.");
         return false;

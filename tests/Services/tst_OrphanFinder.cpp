@@ -1,0 +1,155 @@
+// SPDX-License-Identifier: MIT
+// Leftovers of a deleted app on a fake Mac where other apps are still installed.
+#include "Services/OrphanFinder.h"
+#include "support/FakeMacTools.h"
+#include "support/TemporaryFakeMac.h"
+
+#include <QTest>
+
+#include <sys/stat.h>
+
+using namespace Qt::StringLiterals;
+
+class TestOrphanFinder : public QObject
+{
+    Q_OBJECT
+
+    std::unique_ptr<TemporaryFakeMac> m_mac;
+    QList<OrphanGroup> m_groups;
+
+    const OrphanGroup *groupOf(const QString &realPath, const FileItem **found) const
+    {
+        for (const OrphanGroup &group : m_groups) {
+            for (const FileItem &item : group.items) {
+                if (item.path == realPath) {
+                    *found = &item;
+                    return &group;
+                }
+            }
+        }
+        return nullptr;
+    }
+
+private slots:
+    void initTestCase()
+    {
+        m_mac = std::make_unique<TemporaryFakeMac>();
+        QVERIFY(m_mac->isValid());
+        FakeMacTools::installPkgutil(*m_mac);
+        FakeMacTools::installMdfind(*m_mac);
+        FakeMac::App app;
+        app.path = u"/Applications/Writer.app"_s;
+        app.identifier = u"com.acme.writer"_s;
+        m_mac->addApp(app);
+        FakeMacTools::addPackage(*m_mac, {u"com.acme.writer.pkg"_s, {app.path}});
+        // Installed outside the Applications folders: only the metadata index knows it.
+        app.path = u"/opt/Sketchbook.app"_s;
+        app.identifier = u"org.inkwell.sketchbook"_s;
+        m_mac->addApp(app);
+        FakeMacTools::indexApp(*m_mac, app.identifier, app.path);
+        const QStringList files{
+            u"~/Library/Preferences/com.brushco.painter.plist"_s,
+            u"~/Library/Application Support/Painter/data"_s,
+            u"~/Library/Caches/BrushCo/cache"_s,
+            u"~/.painter-cli"_s,
+            u"~/Library/Caches/com.solo.tool/c"_s,
+            u"~/Library/Preferences/com.acme.writer.plist"_s,
+            u"~/Library/Preferences/com.acme.writer.helper.plist"_s,
+            u"~/Library/Application Support/Writer Pro/data"_s,
+            u"~/Library/Caches/org.inkwell.sketchbook/c"_s,
+            u"~/Library/Preferences/com.apple.dock.plist"_s,
+            u"~/Library/Application Support/AddressBook/db"_s,
+            u"~/Library/Preferences/ByHost/com.brushco.painter.ABC.plist"_s,
+        };
+        for (const QString &file : files)
+            m_mac->addTextFile(file, "x");
+        m_mac->addFolder(u"~/Library/Group Containers/ABCDE12345.com.brushco.painter"_s);
+        FakeMacTools::addPackage(*m_mac, {u"com.brushco.painter.pkg"_s, {}});
+        m_mac->addPlist(
+            u"~/Library/LaunchAgents/com.brushco.painter.agent.plist"_s,
+            QVariantMap{{u"Label"_s, u"com.brushco.painter.agent"_s},
+                        {u"Program"_s, u"/Applications/Painter.app/Contents/MacOS/P"_s}});
+        m_mac->addPlist(
+            u"~/Library/LaunchAgents/org.other.sync.plist"_s,
+            QVariantMap{{u"Label"_s, u"org.other.sync"_s},
+                        {u"Program"_s, u"/Applications/Writer.app/Contents/MacOS/W"_s}});
+        // A FIFO where a job is expected must not hang the search.
+        QCOMPARE(
+            ::mkfifo(QFile::encodeName(m_mac->path(u"~/Library/LaunchAgents/com.fifo.x.plist"_s))
+                         .constData(),
+                     0600),
+            0);
+        m_groups = OrphanFinder().find();
+    }
+
+    void itemsAndSelection_data()
+    {
+        QTest::addColumn<QString>("macPath");
+        QTest::addColumn<QString>("expected"); // "selected", "listed", "absent"
+        QTest::addColumn<QString>("group");
+        const auto row = [](const char *name, const QString &path, const QString &expected,
+                            const QString &group = {}) {
+            QTest::newRow(name) << path << expected << group;
+        };
+        row("identifier, with receipt and container",
+            u"~/Library/Preferences/com.brushco.painter.plist"_s, u"selected"_s, u"Painter"_s);
+        row("team-prefixed container",
+            u"~/Library/Group Containers/ABCDE12345.com.brushco.painter"_s, u"selected"_s,
+            u"Painter"_s);
+        row("receipt", u"/private/var/db/receipts/com.brushco.painter.pkg.plist"_s, u"selected"_s,
+            u"Painter"_s);
+        row("job of a missing app", u"~/Library/LaunchAgents/com.brushco.painter.agent.plist"_s,
+            u"selected"_s, u"Painter"_s);
+        row("inside a scanned subfolder",
+            u"~/Library/Preferences/ByHost/com.brushco.painter.ABC.plist"_s, u"selected"_s,
+            u"Painter"_s);
+        row("plain name of the app", u"~/Library/Application Support/Painter"_s, u"listed"_s,
+            u"Painter"_s);
+        row("vendor folder", u"~/Library/Caches/BrushCo"_s, u"listed"_s, u"Painter"_s);
+        row("dot-entry continuing the name", u"~/.painter-cli"_s, u"listed"_s, u"Painter"_s);
+        row("identifier without strong evidence", u"~/Library/Caches/com.solo.tool"_s, u"listed"_s,
+            u"tool"_s);
+        row("installed app", u"~/Library/Preferences/com.acme.writer.plist"_s, u"absent"_s);
+        row("installed app's helper", u"~/Library/Preferences/com.acme.writer.helper.plist"_s,
+            u"absent"_s);
+        row("name continuing an installed app's", u"~/Library/Application Support/Writer Pro"_s,
+            u"absent"_s);
+        row("app only the index knows", u"~/Library/Caches/org.inkwell.sketchbook"_s, u"absent"_s);
+        row("job starting an installed app", u"~/Library/LaunchAgents/org.other.sync.plist"_s,
+            u"absent"_s);
+        row("platform's own", u"~/Library/Preferences/com.apple.dock.plist"_s, u"absent"_s);
+        row("system folder, no app ties", u"~/Library/Application Support/AddressBook"_s,
+            u"absent"_s);
+        row("scanned folder itself", u"~/Library/Preferences/ByHost"_s, u"absent"_s);
+        row("receipt of an installed app", u"/private/var/db/receipts/com.acme.writer.pkg.plist"_s,
+            u"absent"_s);
+    }
+    void itemsAndSelection()
+    {
+        QFETCH(QString, macPath);
+        QFETCH(QString, expected);
+        QFETCH(QString, group);
+        const FileItem *item = nullptr;
+        const OrphanGroup *found = groupOf(m_mac->path(macPath), &item);
+        if (expected == u"absent"_s) {
+            QVERIFY2(!found, qPrintable(found ? found->name : QString()));
+            return;
+        }
+        QVERIFY(found);
+        QCOMPARE(found->name, group);
+        QCOMPARE(item->isSelected, expected == u"selected"_s);
+        QVERIFY(item->note && !item->note->isEmpty());
+    }
+
+    void receiptCarriesItsPackageAndBillOfMaterials()
+    {
+        const FileItem *item = nullptr;
+        QVERIFY(groupOf(m_mac->path(u"/private/var/db/receipts/com.brushco.painter.pkg.plist"_s),
+                        &item));
+        QCOMPARE(item->packageID, u"com.brushco.painter.pkg"_s);
+        QVERIFY(item->size > 2048);
+    }
+};
+
+QTEST_GUILESS_MAIN(TestOrphanFinder)
+#include "tst_OrphanFinder.moc"

@@ -1,0 +1,125 @@
+// SPDX-License-Identifier: MIT
+// Uninstall with the real quenzo-cli on a fake Mac, then put it back from the record.
+#include "support/CliRun.h"
+#include "support/FakeMacRemovalTools.h"
+#include "support/TemporaryFakeMac.h"
+#include "support/TreeFingerprint.h"
+
+#include <QJsonArray>
+#include <QJsonObject>
+#include <QProcess>
+#include <QTest>
+
+#include <csignal>
+
+using namespace Qt::StringLiterals;
+
+class TestCliRestore : public QObject
+{
+    Q_OBJECT
+
+    std::unique_ptr<TemporaryFakeMac> m_mac;
+    QStringList m_apps;
+    QMap<QString, QByteArray> m_before; // real path -> what it held
+
+    QStringList arguments(const QString &command, const QStringList &options) const
+    {
+        return QStringList{command, u"--root"_s, m_mac->root(), u"--home"_s, m_mac->home()} +
+               options;
+    }
+    CliRun cli(const QString &command, const QStringList &options) const
+    {
+        return CliRun::of(arguments(command, options));
+    }
+    void verifyAllBack() const
+    {
+        for (auto it = m_before.cbegin(); it != m_before.cend(); ++it)
+            QVERIFY2(TreeFingerprint::of(it.key()) == it.value(), qPrintable(it.key()));
+    }
+
+private slots:
+    void init()
+    {
+        m_mac = std::make_unique<TemporaryFakeMac>();
+        QVERIFY(m_mac->isValid());
+        FakeMacRemovalTools::install(*m_mac);
+        m_apps.clear();
+        m_before.clear();
+        for (const QString &name : {u"Writer"_s, u"Painter"_s}) {
+            const QString id = u"com.example."_s + name.toLower();
+            FakeMac::App app;
+            app.path = u"/Applications/"_s + name + u".app"_s;
+            app.identifier = id;
+            app.executable = name;
+            m_apps.append(m_mac->addApp(app));
+            m_mac->addTextFile(u"~/Library/Caches/"_s + id + u"/cache.db"_s, name.toUtf8());
+            m_mac->addTextFile(u"/Library/Application Support/"_s + name + u"/data"_s, "admin");
+            m_mac->addTextFile(u"~/Library/Preferences/"_s + id + u".plist"_s, "prefs");
+        }
+        for (const QString &path : TreeFingerprint::entries(m_mac->root())) {
+            const bool own = path.startsWith(u".fakemac"_s) || path.contains(u"/.Trash"_s);
+            if (!own && !QFileInfo(m_mac->root() + u'/' + path).isDir())
+                m_before.insert(m_mac->root() + u'/' + path, {});
+        }
+        for (auto it = m_before.begin(); it != m_before.end(); ++it)
+            it.value() = TreeFingerprint::of(it.key());
+    }
+
+    void putsEverythingBack()
+    {
+        QCOMPARE(cli(u"uninstall"_s, QStringList{u"--yes"_s} + m_apps).exitCode, 0);
+        QVERIFY(!QFileInfo::exists(m_apps.first()));
+        const QJsonArray records = cli(u"history"_s, {u"--json"_s}).json()[u"records"_s].toArray();
+        QCOMPARE(records.size(), 1);
+        QCOMPARE(records.first()[u"movedCount"_s].toInt(), 8);
+        const CliRun restore = cli(u"restore"_s, {u"--last"_s});
+        QCOMPARE(restore.exitCode, 0);
+        QVERIFY2(restore.out.contains(u"8 items put back."_s), qPrintable(restore.out));
+        verifyAllBack();
+        // Put back once: a second restore has nothing left to move.
+        const QJsonObject again = cli(u"restore"_s, {u"--last"_s, u"--json"_s}).json();
+        QCOMPARE(again[u"restoredCount"_s].toInt(), 0);
+    }
+
+    void leavesARecreatedPathInTheTrash()
+    {
+        QCOMPARE(cli(u"uninstall"_s, QStringList{u"--yes"_s} + m_apps).exitCode, 0);
+        const QString taken = m_mac->path(u"~/Library/Preferences/com.example.writer.plist"_s);
+        m_mac->addTextFile(u"~/Library/Preferences/com.example.writer.plist"_s, "new");
+        const CliRun restore = cli(u"restore"_s, {u"--last"_s});
+        QCOMPARE(restore.exitCode, 1);
+        QVERIFY2(restore.out.contains(u"something is at its place now: "_s +
+                                      u"~/Library/Preferences/com.example.writer.plist"_s),
+                 qPrintable(restore.out));
+        QFile file(taken);
+        QVERIFY(file.open(QIODevice::ReadOnly));
+        QCOMPARE(file.readAll(), QByteArray("new"));
+        QVERIFY(QFileInfo::exists(m_mac->trash(u"com.example.writer.plist"_s)));
+    }
+
+    // Killed while the privileged step stalls: what the user-level moves took goes back.
+    void putsBackAnInterruptedRun()
+    {
+        const QString pidFile = m_mac->root() + u"/stalled.pid"_s;
+        m_mac->addTool(u"/bin/mv"_s, "echo $$ > '" + pidFile.toUtf8() + "'\nexec sleep 120\n");
+        QProcess uninstall;
+        uninstall.start(QStringLiteral(QUENZO_CLI_PATH),
+                        arguments(u"uninstall"_s, QStringList{u"--yes"_s} + m_apps));
+        QTRY_VERIFY_WITH_TIMEOUT(QFileInfo(pidFile).size() > 0, 60'000);
+        QVERIFY(!QFileInfo::exists(m_apps.first())); // the user-level half has moved
+        uninstall.kill();
+        QVERIFY(uninstall.waitForFinished());
+        QFile pid(pidFile);
+        QVERIFY(pid.open(QIODevice::ReadOnly));
+        ::kill(pid.readAll().trimmed().toInt(), SIGKILL);
+        FakeMacRemovalTools::install(*m_mac);
+
+        const CliRun restore = cli(u"restore"_s, {u"--last"_s, u"--json"_s});
+        QCOMPARE(restore.exitCode, 0);
+        QCOMPARE(restore.json()[u"restoredCount"_s].toInt(), 6);
+        verifyAllBack();
+    }
+};
+
+QTEST_GUILESS_MAIN(TestCliRestore)
+#include "tst_cliRestore.moc"
