@@ -3,6 +3,7 @@
 // one drop at start, as a Mac app handles files opened with it.
 #include "Platform/LayoutOptions.h"
 #include "ViewModels/MainViewModel.h"
+#include "Views/IconShape.h"
 #include "Views/QuenzoUi.h"
 
 #include <QClipboard>
@@ -46,6 +47,7 @@ int main(int argc, char *argv[])
 
     MainViewModel::Dependencies dependencies = MainViewModel::defaultDependencies();
     dependencies.openUrl = [](const QUrl &url) { QDesktopServices::openUrl(url); };
+    dependencies.shapeIcon = IconShape::rounded;
     dependencies.copyText = [](const QString &text) {
         QGuiApplication::clipboard()->setText(text);
     };

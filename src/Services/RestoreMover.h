@@ -36,14 +36,10 @@ public:
     // One result per move, in the same order.
     [[nodiscard]] virtual QList<Result> moveBack(const QList<Move> &moves) const = 0;
 
-    // With the user's own rights: a rename that never replaces (renameat2 RENAME_NOREPLACE).
+    // With the user's own rights: the uninstall's link-proof move, which never replaces.
     [[nodiscard]] static std::shared_ptr<const RestoreMover> userRights();
-    // Every move of the list in one privileged run, so one prompt covers the whole restore.
+    // Every move of the list in one run of the privileged helper, so one prompt covers the
+    // whole restore.
     [[nodiscard]] static std::shared_ptr<const RestoreMover>
     adminRights(std::shared_ptr<const PrivilegedShell> shell = {});
-
-    // Why the original path cannot be reached without following a link, or nothing when it
-    // can: every folder on the way must be a real folder (the platform's own /var, /tmp and
-    // /etc links excepted, which are read as /private/...).
-    [[nodiscard]] static std::optional<QString> linkOnTheWay(const QByteArray &originalPath);
 };

@@ -5,11 +5,7 @@
 #include "Platform/Bundle.h"
 #include "Platform/SystemLayout.h"
 
-#include <QBuffer>
 #include <QFileInfo>
-#include <QImage>
-#include <QPainter>
-#include <QPainterPath>
 
 namespace AppInfoReader {
 
@@ -38,36 +34,15 @@ std::optional<AppInfo> read(const QString &droppedPath)
     return record;
 }
 
-std::optional<AppInfo> readWithIcon(const QString &bundlePath)
+std::optional<AppInfo> readWithIcon(const QString &bundlePath,
+                                    const std::function<QByteArray(const QByteArray &)> &shapeIcon)
 {
     auto record = read(bundlePath);
     if (!record)
         return record;
     if (const auto icon = AppIcon::extract(bundlePath))
-        record->icon = clippedIcon(*icon);
+        record->icon = shapeIcon ? shapeIcon(*icon) : *icon;
     return record;
-}
-
-QByteArray clippedIcon(const QByteArray &encoded)
-{
-    QImage image;
-    if (!image.loadFromData(encoded) || image.isNull())
-        return encoded; // the view shows its placeholder for what does not decode
-    QImage clipped(image.size(), QImage::Format_ARGB32_Premultiplied);
-    clipped.fill(Qt::transparent);
-    QPainter painter(&clipped);
-    painter.setRenderHint(QPainter::Antialiasing);
-    const qreal radius = std::min(image.width(), image.height()) * 0.22;
-    QPainterPath shape;
-    shape.addRoundedRect(QRectF(image.rect()), radius, radius);
-    painter.setClipPath(shape);
-    painter.drawImage(0, 0, image);
-    painter.end();
-    QByteArray png;
-    QBuffer buffer(&png);
-    buffer.open(QIODevice::WriteOnly);
-    clipped.save(&buffer, "PNG");
-    return png;
 }
 
 QString lastPathComponent(const QString &path)

@@ -5,6 +5,7 @@
 
 #include <QByteArray>
 #include <QString>
+#include <functional>
 #include <optional>
 
 // Reads a dropped bundle into its full record. Everything here touches the disk: call it on the
@@ -13,11 +14,10 @@ namespace AppInfoReader {
 
 // Nothing when the path is not a readable bundle with an identifier.
 [[nodiscard]] std::optional<AppInfo> read(const QString &bundlePath);
-// read() and the bundle's icon, clipped.
-[[nodiscard]] std::optional<AppInfo> readWithIcon(const QString &bundlePath);
-// The icon with its corners cut to the rounded square every app icon is shown in (radius 22 %
-// of its edge), so a square icon's corners never stick out; bytes that do not decode unchanged.
-[[nodiscard]] QByteArray clippedIcon(const QByteArray &encoded);
+// read() and the bundle's icon, passed through `shapeIcon` when one is given.
+[[nodiscard]] std::optional<AppInfo>
+readWithIcon(const QString &bundlePath,
+             const std::function<QByteArray(const QByteArray &)> &shapeIcon = {});
 // The bundle's last path component, also when the path ends in "/".
 [[nodiscard]] QString lastPathComponent(const QString &path);
 // The text after the last "." of the last path component.

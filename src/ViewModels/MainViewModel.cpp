@@ -42,6 +42,7 @@ MainViewModel::Dependencies MainViewModel::defaultDependencies()
         [] { return FileDiscoveryService::hasFullDiskAccess(); },
         [](const QUrl &) {},
         [](const QString &) {},
+        [](const QByteArray &icon) { return icon; },
     };
 }
 
@@ -63,6 +64,8 @@ MainViewModel::MainViewModel(Dependencies dependencies, QObject *parent)
         m_dependencies.openUrl = defaults.openUrl;
     if (!m_dependencies.copyText)
         m_dependencies.copyText = defaults.copyText;
+    if (!m_dependencies.shapeIcon)
+        m_dependencies.shapeIcon = defaults.shapeIcon;
     m_hasFullDiskAccess = m_dependencies.fullDiskAccessProbe();
 }
 
@@ -174,8 +177,8 @@ bool MainViewModel::isListed(const QString &bundlePath) const
 void MainViewModel::scan(const QSharedPointer<UninstallSession> &session, const QString &bundlePath)
 {
     // The bundle is the user's and may be slow or hostile to read: never on this thread.
-    QtConcurrent::run([bundlePath] {
-        return AppInfoReader::readWithIcon(bundlePath);
+    QtConcurrent::run([bundlePath, shapeIcon = m_dependencies.shapeIcon] {
+        return AppInfoReader::readWithIcon(bundlePath, shapeIcon);
     }).then(this, [this, session, bundlePath](const std::optional<AppInfo> &record) {
         if (!m_sessions.contains(session))
             return; // removed from the list while its bundle was read

@@ -45,6 +45,8 @@ public:
         // hands them in.
         std::function<void(const QUrl &)> openUrl;
         std::function<void(const QString &)> copyText;
+        // An app's icon as the window shows it (its corners cut); unchanged by default.
+        std::function<QByteArray(const QByteArray &)> shapeIcon;
     };
     // The real services, this program's own identifier and the real probe; opening URLs and
     // copying do nothing.

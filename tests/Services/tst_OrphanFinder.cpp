@@ -1,7 +1,7 @@
 // SPDX-License-Identifier: MIT
 // Leftovers of a deleted app on a fake Mac where other apps are still installed.
 #include "Services/OrphanFinder.h"
-#include "support/FakeMacTools.h"
+#include "fakemac/FakeMacTools.h"
 #include "support/TemporaryFakeMac.h"
 
 #include <QTest>

@@ -4,6 +4,7 @@
 #include "Services/UninstallService.h"
 #include "ViewModels/AppInfoReader.h"
 #include "ViewModels/MainViewModel.h"
+#include "Views/IconShape.h"
 #include "support/TemporaryFakeMac.h"
 
 #include <QAbstractItemModelTester>
@@ -323,13 +324,13 @@ private slots:
         QBuffer buffer(&png);
         buffer.open(QIODevice::WriteOnly);
         square.save(&buffer, "PNG");
-        const QImage clipped = QImage::fromData(AppInfoReader::clippedIcon(png));
+        const QImage clipped = QImage::fromData(IconShape::rounded(png));
         QCOMPARE(clipped.size(), square.size());
         QCOMPARE(qAlpha(clipped.pixel(1, 1)), 0);
         QCOMPARE(qAlpha(clipped.pixel(98, 98)), 0);
         QCOMPARE(qAlpha(clipped.pixel(50, 0)), 255);
         QCOMPARE(qAlpha(clipped.pixel(50, 50)), 255);
-        QCOMPARE(AppInfoReader::clippedIcon("not an image"), QByteArray("not an image"));
+        QCOMPARE(IconShape::rounded("not an image"), QByteArray("not an image"));
     }
 };
 

@@ -1,9 +1,9 @@
 // SPDX-License-Identifier: MIT
 // Uninstall with the real quenzo-cli on a fake Mac, then put it back from the record.
 #include "support/CliRun.h"
-#include "support/FakeMacRemovalTools.h"
+#include "fakemac/FakeMacRemovalTools.h"
 #include "support/TemporaryFakeMac.h"
-#include "support/TreeFingerprint.h"
+#include "fakemac/TreeFingerprint.h"
 
 #include <QJsonArray>
 #include <QJsonObject>

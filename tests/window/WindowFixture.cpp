@@ -1,6 +1,7 @@
 // SPDX-License-Identifier: MIT
 #include "WindowFixture.h"
 
+#include "Views/IconShape.h"
 #include "Views/QuenzoUi.h"
 
 #include <QGuiApplication>
@@ -266,6 +267,7 @@ MainViewModel *WindowFixture::viewModel()
         dependencies.fullDiskAccessProbe = [this] { return m_fullDiskAccess; };
         dependencies.openUrl = [this](const QUrl &url) { m_openedUrls.append(url.toString()); };
         dependencies.copyText = [this](const QString &text) { m_copiedTexts.append(text); };
+        dependencies.shapeIcon = IconShape::rounded;
         m_viewModel = new MainViewModel(std::move(dependencies), this);
     }
     return m_viewModel;
