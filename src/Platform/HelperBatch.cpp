@@ -31,8 +31,10 @@ std::optional<QList<HelperRecord>> parse(QByteArrayView bytes, int (*arity)(QByt
                 length = length * 10 + (bytes[at] - '0');
                 ++at;
             }
-            if (at == digits || at >= bytes.size() || bytes[at] != ':' || length > kMaximumField ||
-                length > bytes.size() - at - 1)
+            // One way only to write a length: no leading zeros.
+            const bool leadingZero = at - digits > 1 && bytes[digits] == '0';
+            if (at == digits || leadingZero || at >= bytes.size() || bytes[at] != ':' ||
+                length > kMaximumField || length > bytes.size() - at - 1)
                 return std::nullopt;
             ++at;
             record.fields.append(bytes.sliced(at, length).toByteArray());

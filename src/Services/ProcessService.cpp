@@ -4,11 +4,14 @@
 #include "Platform/RunningApplications.h"
 #include "Platform/SystemLayout.h"
 #include "Platform/ToolRunner.h"
+#include "Platform/TrustedProgram.h"
 
 #include <QDir>
 #include <QFileInfo>
 #include <QStringDecoder>
 #include <QThread>
+
+#include <unistd.h>
 
 namespace {
 constexpr std::chrono::milliseconds kPollInterval{500};
@@ -117,6 +120,12 @@ std::optional<UninstallError> ProcessService::unloadLaunchItem(const QString &pa
 
 ProcessOutput ProcessService::run(const QString &executable, const QStringList &arguments) const
 {
+    // Already root, a tool of a fake Mac (a folder anyone might have laid out) runs only when
+    // only root could have changed it.
+    if (::geteuid() == 0 && SystemLayout::isFakeRoot() && SystemLayout::macPath(executable)) {
+        if (const QString refusal = TrustedProgram::refusal(executable); !refusal.isEmpty())
+            return ProcessOutput{-1, refusal};
+    }
     const ToolResult result =
         m_dependencies.tools->run(executable, arguments, ToolRunner::ErrorOutput::merge);
     if (result.exitStatus == -1 && !result.errorText.isEmpty())

@@ -104,10 +104,9 @@ private slots:
         QProcess::execute(u"chown"_s, {u"-R"_s, u"nobody:nogroup"_s, m_mac->home(), victim});
         QProcess process;
         process.setStandardInputFile(QProcess::nullDevice());
-        process.start(u"setpriv"_s, {u"--reuid=nobody"_s, u"--regid=nogroup"_s,
-                                     u"--clear-groups"_s, QStringLiteral(QUENZO_CLI_PATH),
-                                     u"uninstall"_s, u"--root"_s, m_mac->root(), u"--home"_s,
-                                     m_mac->home(), u"--yes"_s, m_app});
+        process.start(u"setpriv"_s, {u"--reuid=nobody"_s, u"--regid=nogroup"_s, u"--clear-groups"_s,
+                                     QStringLiteral(QUENZO_CLI_PATH), u"uninstall"_s, u"--root"_s,
+                                     m_mac->root(), u"--home"_s, m_mac->home(), u"--yes"_s, m_app});
         QVERIFY(process.waitForFinished(120'000));
         QCOMPARE(process.exitCode(), 1);
         QVERIFY(QDir(victim).isEmpty(QDir::AllEntries | QDir::Hidden | QDir::System |
