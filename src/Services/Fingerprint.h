@@ -16,7 +16,8 @@ struct Fingerprint
     QSet<QString> groupIDs;
     QSet<QString> packageIDs;
     QSet<QString> names;
-    QSet<QString> shortenedNames; // those of `names` made by dropping a vendor or kind word
+    QSet<QString> shortenedNames;         // those of `names` made by dropping a vendor or kind word
+    QMap<QString, QString> nameSpellings; // normalised name -> as the app writes it
     QSet<QString> executableNames;
     QSet<QString> crashReportNames;
     QString vendor;             // empty when the identifier names no real vendor
@@ -36,6 +37,11 @@ struct Fingerprint
     [[nodiscard]] bool isOwnIdentifier(const QString &id) const
     {
         return bundleIDs.contains(id) || groupIDs.contains(id) || packageIDs.contains(id);
+    }
+    // The name as the app writes it ("Writer" for "writer"), else as given.
+    [[nodiscard]] QString spelledName(const QString &name) const
+    {
+        return nameSpellings.value(name, name);
     }
     // vendor (or "vendor") with its first letter upper-case: "Acme".
     [[nodiscard]] QString vendorDisplayName() const;

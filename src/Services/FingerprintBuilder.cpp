@@ -111,8 +111,11 @@ void FingerprintBuilder::addNames(const AppInfo &app, const QVariantMap &info,
             trimmed.remove(0, 1);
         while (trimmed.endsWith(QLatin1Char(' ')) || trimmed.endsWith(QLatin1Char('\t')))
             trimmed.chop(1);
-        if (const QString name = normalizedName(trimmed); isNameWorthy(name))
+        if (const QString name = normalizedName(trimmed); isNameWorthy(name)) {
             fingerprint.names.insert(name);
+            if (!fingerprint.nameSpellings.contains(name))
+                fingerprint.nameSpellings.insert(name, trimmed);
+        }
         for (const QString &name : shortenedNames(trimmed, fingerprint.vendor)) {
             if (!fingerprint.names.contains(name))
                 fingerprint.shortenedNames.insert(name);

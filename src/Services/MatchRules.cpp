@@ -129,8 +129,9 @@ std::optional<Match> matchName(const QString &name, const Fingerprint &fingerpri
     // A three-letter name continued ("Box Sync") or a name running into a capital
     // ("WriterUpdater") may be another program's: shown, not selected.
     if (fit.how == Continuation::exact || (isFirmFit(fit.how) && fit.name.size() >= 4))
-        return Match::exact(u"name "_s + fit.name);
-    return Match::unsure(u"name "_s + fit.name, u"Name runs on from the app's name"_s);
+        return Match::exact(u"name "_s + fingerprint.spelledName(fit.name));
+    return Match::unsure(u"name "_s + fingerprint.spelledName(fit.name),
+                         u"Name runs on from the app's name"_s);
 }
 
 // An identifier whose vendor or product part is the app's name ("com.cisco.webex.meetings"
@@ -148,7 +149,7 @@ std::optional<Match> matchNameInIdentifier(const QString &candidate, const Finge
             claimedByOtherName(parts.at(i), fit.name.size(), fingerprint) ||
             claimedByOtherIdentifier(candidate, 0, fingerprint))
             continue;
-        return Match::unsure(u"name %1 in identifier"_s.arg(fit.name),
+        return Match::unsure(u"name %1 in identifier"_s.arg(fingerprint.spelledName(fit.name)),
                              u"Identifier carries the app's name, not its own"_s);
     }
     return std::nullopt;

@@ -159,7 +159,7 @@ void scanHomeFolder(const Fingerprint &fingerprint, DiscoveryResults &results)
         const auto appName = appNameOf(name.mid(1), appNames);
         if (!appName)
             continue;
-        const QString reason = u"name "_s + *appName;
+        const QString reason = u"name "_s + fingerprint.spelledName(*appName);
         // Named like the app, yet the shell's and the toolchains' own: the user decides.
         const Match found = sharedDotFolders().contains(name.toLower())
                                 ? Match::unsure(reason, u"Also used by command-line tools"_s)
@@ -172,7 +172,7 @@ void scanHomeFolder(const Fingerprint &fingerprint, DiscoveryResults &results)
         if (const auto appName = appNameOf(name, appNames))
             results.add(DiscoveryResults::makeItem(
                 config + QLatin1Char('/') + name, FileCategory::homeFolder,
-                Match::exact(u"name "_s + *appName), fingerprint));
+                Match::exact(u"name "_s + fingerprint.spelledName(*appName)), fingerprint));
     }
 }
 

@@ -271,7 +271,7 @@ void tst_DiscoveryRules::reasons_data()
                                 << u"bundle identifier com.acme.writer"_s;
     QTest::newRow("group") << u"~/Library/Group Containers/ABCDE12345.com.acme.shared"_s
                            << u"app group abcde12345.com.acme.shared"_s;
-    QTest::newRow("name") << u"~/Library/Application Support/Writer"_s << u"name writer"_s;
+    QTest::newRow("name") << u"~/Library/Application Support/Writer"_s << u"name Writer"_s;
     QTest::newRow("vendor folder")
         << u"~/Library/Application Support/Acme"_s << u"vendor folder Acme"_s;
     QTest::newRow("vendor prefix") << u"~/Library/Caches/com.acme.common"_s << u"vendor com.acme"_s;
