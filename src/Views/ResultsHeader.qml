@@ -155,14 +155,21 @@ ColumnLayout {
                 size: 14
             }
             Text {
-                Layout.fillWidth: true
+                id: fdaText
+                // Two balanced lines rather than one full line and an orphan word.
+                readonly property real room: fdaRow.width - 14 - 24 - allowButton.implicitWidth - 24
+                Layout.preferredWidth: implicitWidth > room ? Math.ceil(implicitWidth / 2) + 24
+                                                            : implicitWidth
+                Layout.fillWidth: false
                 text: "Some folders are hidden without Full Disk Access, so a few leftovers may be missed."
                 color: Theme.secondaryText
                 wrapMode: Text.WordWrap
                 font.family: Theme.fontFamily
                 font.pixelSize: 12
             }
+            Item { Layout.fillWidth: true }
             CapsuleButton {
+                id: allowButton
                 objectName: "allowButton"
                 text: "Allow"
                 fontSize: 11

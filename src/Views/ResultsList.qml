@@ -91,15 +91,15 @@ ListView {
         required property string selectNoneName
         required property string removeName
 
-        readonly property bool isHeader: kind === ResultsListModel.AppHeader
-                                         || kind === ResultsListModel.CategoryHeader
-        readonly property bool continuesAbove: groupPosition === ResultsListModel.Middle
-                                               || groupPosition === ResultsListModel.Last
-        readonly property bool continuesBelow: groupPosition === ResultsListModel.Middle
-                                               || groupPosition === ResultsListModel.First
+        readonly property bool isHeader: cell.kind === ResultsListModel.AppHeader
+                                         || cell.kind === ResultsListModel.CategoryHeader
+        readonly property bool continuesAbove: cell.groupPosition === ResultsListModel.Middle
+                                               || cell.groupPosition === ResultsListModel.Last
+        readonly property bool continuesBelow: cell.groupPosition === ResultsListModel.Middle
+                                               || cell.groupPosition === ResultsListModel.First
         width: ListView.view.width - list.leftMargin - list.rightMargin
         height: loader.item ? loader.item.implicitHeight : 0
-        onActiveFocusChanged: if (activeFocus) list.positionViewAtIndex(index, ListView.Contain)
+        onActiveFocusChanged: if (cell.activeFocus) list.positionViewAtIndex(cell.index, ListView.Contain)
 
         // The group's card, opaque so its pieces can overlap: rounded at the first and last
         // rows, square where a row continues the group, hairlines between rows.
