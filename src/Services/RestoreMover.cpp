@@ -70,8 +70,10 @@ public:
     QList<Result> moveBack(const QList<Move> &moves) const override
     {
         QList<Result> results;
-        for (const Move &move : moves)
-            results.append(refusal(move).value_or(rename(move)));
+        for (const Move &move : moves) {
+            const std::optional<Result> refused = refusal(move);
+            results.append(refused ? *refused : rename(move));
+        }
         return results;
     }
 
