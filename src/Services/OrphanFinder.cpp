@@ -154,7 +154,7 @@ public:
                     return g.vendor == entry.name.vendor && appPart.startsWithAny(g.nameKeys);
                 });
             if (owner != m_families.cend())
-                m_byVendor[owner.key()].append(entry);
+                m_plain[owner.key()].append(entry);
             else if (!m_claims.hasVendor(entry.name.vendor))
                 addByVendor(entry, entry.name.vendor);
         }
