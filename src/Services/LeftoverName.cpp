@@ -117,8 +117,11 @@ QString LeftoverName::appWord() const
 
 QString LeftoverName::appName() const
 {
-    if (isNameLike(appPart) || vendor.isEmpty())
+    // "writer" reads as a word; an app's name starts with a capital.
+    if (isNameLike(appPart) && appPart != appPart.toLower())
         return appPart;
+    if (isNameLike(appPart) || vendor.isEmpty())
+        return appPart.left(1).toUpper() + appPart.mid(1);
     return vendor.left(1).toUpper() + vendor.mid(1);
 }
 

@@ -36,6 +36,15 @@ bool isAppEvidence(const LeftoverEntry &entry)
            entry.path.contains(QLatin1String("ApplicationRecentDocuments/"));
 }
 
+// "Dash" for an app whose identifier says dashdoc: a plain name that the app's name continues.
+bool isShortFor(const LeftoverName &name, const QSet<QString> &nameKeys)
+{
+    const QString whole = name.words.join(QString());
+    return whole.size() >= 4 &&
+           std::any_of(nameKeys.cbegin(), nameKeys.cend(),
+                       [&](const QString &key) { return key.startsWith(whole); });
+}
+
 bool isNameKey(const QString &key)
 {
     return key.size() >= 4 && key.at(0).isLetter() && !IdentifierText::genericNames().contains(key);
@@ -103,13 +112,13 @@ class Grouping
 public:
     explicit Grouping(const InstalledAppClaims &claims) : m_claims(claims) {}
 
-    void addIdentified(const LeftoverEntry &entry)
+    void addIdentified(const LeftoverEntry &entry, bool asApp = false)
     {
         // A job that starts a gone app is that app's, whatever its name says, unless another
         // app of the vendor is installed and may share it.
         const bool startsGoneApp =
             !entry.programBundles.isEmpty() && !m_claims.hasVendor(entry.name.vendor);
-        if (entry.name.isVendorWide() && !startsGoneApp) {
+        if (entry.name.isVendorWide() && !startsGoneApp && !asApp) {
             m_vendorWide.append(entry);
             return;
         }
@@ -154,9 +163,10 @@ public:
                     return g.vendor == entry.name.vendor && appPart.startsWithAny(g.nameKeys);
                 });
             if (owner != m_families.cend())
-                m_byVendor[owner.key()].append(entry);
-            else if (!m_claims.hasVendor(entry.name.vendor))
-                addByVendor(entry, entry.name.vendor);
+                m_plain[owner.key()].append(entry);
+            else if (!m_claims.hasVendor(entry.name.vendor) &&
+                     !addByVendor(entry, entry.name.vendor) && entry.kind != Kind::plain)
+                addIdentified(entry, true); // a container or job: the part is an app itself
         }
     }
 
@@ -165,7 +175,7 @@ public:
     void addPlain(const LeftoverEntry &entry)
     {
         for (auto it = m_families.begin(); it != m_families.end(); ++it) {
-            if (entry.name.startsWithAny(it->nameKeys)) {
+            if (entry.name.startsWithAny(it->nameKeys) || isShortFor(entry.name, it->nameKeys)) {
                 m_plain[it.key()].append(entry);
                 return;
             }
@@ -211,7 +221,8 @@ public:
 
 private:
     // To the vendor's only app, or to a group of the vendor's own when several apps are gone.
-    void addByVendor(const LeftoverEntry &entry, const QString &vendor)
+    // False when no gone app of the vendor is known.
+    bool addByVendor(const LeftoverEntry &entry, const QString &vendor)
     {
         QStringList families;
         for (auto it = m_families.cbegin(); it != m_families.cend(); ++it) {
@@ -222,6 +233,7 @@ private:
             m_byVendor[families.first()].append(entry);
         else if (!families.isEmpty())
             m_vendorOnly[vendor].append(entry);
+        return !families.isEmpty();
     }
 
     const InstalledAppClaims &m_claims;

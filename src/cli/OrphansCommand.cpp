@@ -66,7 +66,8 @@ void writeText(QTextStream &out, const QList<OrphanGroup> &groups)
         total += group.totalSize();
     }
     out << '\n'
-        << groups.size() << " apps, " << count << " items, " << formattedByteCount(total) << '\n';
+        << groups.size() << (groups.size() == 1 ? " app, " : " apps, ") << count
+        << (count == 1 ? " item, " : " items, ") << formattedByteCount(total) << '\n';
 }
 
 } // namespace OrphansCommand

@@ -108,7 +108,7 @@ private slots:
         row("vendor folder", u"~/Library/Caches/BrushCo"_s, u"listed"_s, u"Painter"_s);
         row("dot-entry continuing the name", u"~/.painter-cli"_s, u"listed"_s, u"Painter"_s);
         row("identifier without strong evidence", u"~/Library/Caches/com.solo.tool"_s, u"listed"_s,
-            u"tool"_s);
+            u"Tool"_s);
         row("installed app", u"~/Library/Preferences/com.acme.writer.plist"_s, u"absent"_s);
         row("installed app's helper", u"~/Library/Preferences/com.acme.writer.helper.plist"_s,
             u"absent"_s);

@@ -1,0 +1,132 @@
+// SPDX-License-Identifier: MIT
+// Putting items back from a record, with the user's rights and with one privileged run.
+#include "Services/RestoreRun.h"
+#include "support/FakeMacRemovalTools.h"
+#include "support/FakePrivilegedShell.h"
+#include "support/TemporaryFakeMac.h"
+
+#include <QFile>
+#include <QTest>
+
+using namespace Qt::StringLiterals;
+using Outcome = RestoreRun::Outcome;
+
+Q_DECLARE_METATYPE(RestoreRun::Outcome)
+
+class TestRestoreRun : public QObject
+{
+    Q_OBJECT
+
+    std::unique_ptr<TemporaryFakeMac> m_mac;
+    std::shared_ptr<FakePrivilegedShell> m_shell;
+
+    // An item moved to the Trash as the uninstall would have, recorded as moved.
+    UninstallRecord::Item moved(const QString &macPath, bool admin)
+    {
+        const QString original = m_mac->addTextFile(macPath, macPath.toUtf8());
+        const QString trash = m_mac->trash(QFileInfo(original).fileName());
+        QDir().mkpath(QFileInfo(trash).path());
+        if (!QFile::rename(original, trash))
+            return {};
+        UninstallRecord::Item item;
+        item.path = QFile::encodeName(original);
+        item.trashPath = QFile::encodeName(trash);
+        item.withAdminRights = admin;
+        item.state = UninstallRecord::State::moved;
+        return item;
+    }
+
+    RestoreRun::Report restore(const QList<UninstallRecord::Item> &items)
+    {
+        UninstallRecord record;
+        record.items = items;
+        m_shell = std::make_shared<FakePrivilegedShell>();
+        return RestoreRun({nullptr, RestoreMover::adminRights(m_shell), nullptr}).run(record);
+    }
+
+private slots:
+    void init()
+    {
+        m_mac = std::make_unique<TemporaryFakeMac>();
+        QVERIFY(m_mac->isValid());
+        FakeMacRemovalTools::install(*m_mac);
+    }
+    void cleanup() { m_mac.reset(); } // before the next one is made, which it would unset
+
+    // Each case: the item, what happens to it before the restore, the outcome.
+    void outcomes_data()
+    {
+        QTest::addColumn<bool>("admin");
+        QTest::addColumn<QString>("change"); // "", "occupy", "empty trash", "link folder"
+        QTest::addColumn<Outcome>("outcome");
+        for (const bool admin : {false, true}) {
+            const char *rights = admin ? "admin" : "user";
+            QTest::addRow("%s: back", rights) << admin << QString() << Outcome::restored;
+            QTest::addRow("%s: original path taken", rights)
+                << admin << u"occupy"_s << Outcome::occupied;
+            QTest::addRow("%s: gone from the Trash", rights)
+                << admin << u"empty trash"_s << Outcome::missing;
+            QTest::addRow("%s: folder replaced by a link", rights)
+                << admin << u"link folder"_s << Outcome::failed;
+        }
+    }
+    void outcomes()
+    {
+        QFETCH(bool, admin);
+        QFETCH(QString, change);
+        QFETCH(Outcome, outcome);
+        const QString macPath =
+            admin ? u"/Library/Application Support/Acme/data"_s : u"~/Library/Caches/Acme/data"_s;
+        const UninstallRecord::Item item = moved(macPath, admin);
+        QVERIFY(!item.path.isEmpty());
+        const QString original = QFile::decodeName(item.path);
+        const QString elsewhere = m_mac->addFolder(u"/elsewhere"_s);
+        if (change == u"occupy"_s)
+            m_mac->addTextFile(macPath, "new");
+        else if (change == u"empty trash"_s)
+            QVERIFY(QFile::remove(QFile::decodeName(item.trashPath)));
+        else if (change == u"link folder"_s) {
+            // Its folder still resolves, but through a link higher up.
+            const QString base = QFileInfo(original).path().section(u'/', 0, -2);
+            QVERIFY(QDir(base).removeRecursively() && QDir(elsewhere).mkdir(u"Acme"_s) &&
+                    QFile::link(elsewhere, base));
+        }
+
+        const RestoreRun::Report report = restore({item});
+        QVERIFY2(report.items.first().outcome == outcome, qPrintable(report.items.first().message));
+        QCOMPARE(QFileInfo::exists(QFile::decodeName(item.trashPath)),
+                 outcome == Outcome::occupied || outcome == Outcome::failed);
+        QVERIFY(!QFileInfo::exists(elsewhere + u"/Acme/data"_s)); // never through the link
+        if (outcome == Outcome::occupied) {
+            QFile now(original);
+            QVERIFY(now.open(QIODevice::ReadOnly));
+            QCOMPARE(now.readAll(), QByteArray("new"));
+        }
+    }
+
+    void administratorItemsShareOnePrompt()
+    {
+        const RestoreRun::Report report = restore({moved(u"/Library/Application Support/A"_s, true),
+                                                   moved(u"~/Library/Caches/B"_s, false),
+                                                   moved(u"/Library/Preferences/C.plist"_s, true)});
+        QCOMPARE(report.count(Outcome::restored), 3);
+        QCOMPARE(m_shell->lines().size(), 1);
+        QVERIFY(report.isComplete());
+    }
+
+    void cancelledPromptLeavesItemsInTheTrash()
+    {
+        const UninstallRecord::Item item = moved(u"/Library/Application Support/A"_s, true);
+        UninstallRecord record;
+        record.items = {item};
+        auto shell = std::make_shared<FakePrivilegedShell>(FakePrivilegedShell::Behaviour::cancel);
+        const auto report =
+            RestoreRun({nullptr, RestoreMover::adminRights(shell), nullptr}).run(record);
+        QCOMPARE(report.items.first().outcome, Outcome::canceled);
+        QVERIFY(QFileInfo::exists(QFile::decodeName(item.trashPath)));
+        QVERIFY(!report.isComplete());
+    }
+};
+
+QTEST_GUILESS_MAIN(TestRestoreRun)
+#include "tst_RestoreRun.moc"
