@@ -164,6 +164,14 @@ bool LinkProofMove::isPlainFile(const QByteArray &path) const
     return info && S_ISREG(info->st_mode);
 }
 
+bool LinkProofMove::isOwnedBySystem(const QByteArray &path) const
+{
+    QString error;
+    const auto entry = entryOf(path, &error);
+    const auto info = entry ? entryStat(entry->folder.fd(), entry->name) : std::nullopt;
+    return info && (info->st_uid == 0 || info->st_uid == m_root.owner());
+}
+
 QByteArray LinkProofMove::numberedName(const QByteArray &name, int n)
 {
     // A leading dot starts a hidden name, not an extension.

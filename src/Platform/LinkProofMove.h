@@ -37,6 +37,9 @@ public:
 
     // Whether `path`, reached the same way, is a regular file (not a link, not a FIFO).
     [[nodiscard]] bool isPlainFile(const QByteArray &path) const;
+    // Whether the entry at `path`, reached the same way, belongs to root or to the owner of the
+    // root folder (a fake Mac's): never something the user's own programs could have made.
+    [[nodiscard]] bool isOwnedBySystem(const QByteArray &path) const;
 
     // The name an item takes in a folder where its own name is taken: n >= 2.
     [[nodiscard]] static QByteArray numberedName(const QByteArray &name, int n);

@@ -104,6 +104,12 @@ HelperRecord PrivilegedHelper::move(const QByteArray &source, const QByteArray &
     if (!isAllowedMove(*from, *to, QFile::decodeName(trash)))
         return failed(source, QStringLiteral("Not an item Quenzo may move"));
     const bool intoTrash = destination.startsWith(trash + '/');
+    // The Trash and the record naming what to put back are the user's: root only puts back what
+    // the user's own programs could not have made, never a file planted there to be "restored"
+    // into a system folder.
+    if (!intoTrash && !m_mover->isOwnedBySystem(source))
+        return failed(source, QStringLiteral("Owned by you now, so it is not put back with "
+                                             "administrator rights"));
     const LinkProofMove::Outcome outcome =
         intoTrash ? m_mover->moveToTrash(source) : m_mover->move(source, destination);
     if (outcome.moved)

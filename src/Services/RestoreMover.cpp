@@ -2,7 +2,6 @@
 #include "RestoreMover.h"
 
 #include "Platform/LinkProofMove.h"
-#include "Platform/PrivilegedShell.h"
 #include "Platform/SystemLayout.h"
 #include "Services/AuthorizationService.h"
 
@@ -71,8 +70,9 @@ public:
 class AdminRestoreMover : public RestoreMover
 {
 public:
-    explicit AdminRestoreMover(std::shared_ptr<const PrivilegedShell> shell)
-        : m_authorization(shell ? std::move(shell) : PrivilegedShell::system())
+    explicit AdminRestoreMover(std::shared_ptr<const AuthorizationService> authorization)
+        : m_authorization(authorization ? std::move(authorization)
+                                        : std::make_shared<const AuthorizationService>())
     {}
 
     QList<Result> moveBack(const QList<Move> &moves) const override
@@ -89,7 +89,7 @@ public:
         if (asked.isEmpty())
             return results;
         const AuthorizationService::Report report =
-            m_authorization.removeWithAdminPrivileges(asked, {}, {});
+            m_authorization->removeWithAdminPrivileges(asked, {}, {});
         for (qsizetype i = 0; i < moves.size(); ++i) {
             if (results.at(i).outcome != Outcome::restored)
                 continue;
@@ -109,7 +109,7 @@ public:
     }
 
 private:
-    AuthorizationService m_authorization;
+    std::shared_ptr<const AuthorizationService> m_authorization;
 };
 } // namespace
 
@@ -119,7 +119,7 @@ std::shared_ptr<const RestoreMover> RestoreMover::userRights()
 }
 
 std::shared_ptr<const RestoreMover>
-RestoreMover::adminRights(std::shared_ptr<const PrivilegedShell> shell)
+RestoreMover::adminRights(std::shared_ptr<const AuthorizationService> authorization)
 {
-    return std::make_shared<const AdminRestoreMover>(std::move(shell));
+    return std::make_shared<const AdminRestoreMover>(std::move(authorization));
 }

@@ -7,7 +7,7 @@
 #include <memory>
 #include <optional>
 
-class PrivilegedShell;
+class AuthorizationService;
 
 // Moves items from the Trash back to where they were, never replacing anything at the original
 // path and never through a link on the way. Paths are the file system's bytes.
@@ -41,5 +41,5 @@ public:
     // Every move of the list in one run of the privileged helper, so one prompt covers the
     // whole restore.
     [[nodiscard]] static std::shared_ptr<const RestoreMover>
-    adminRights(std::shared_ptr<const PrivilegedShell> shell = {});
+    adminRights(std::shared_ptr<const AuthorizationService> authorization = {});
 };

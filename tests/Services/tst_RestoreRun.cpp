@@ -1,8 +1,9 @@
 // SPDX-License-Identifier: MIT
 // Putting items back from a record, with the user's rights and with one privileged run.
+#include "Services/AuthorizationService.h"
 #include "Services/RestoreRun.h"
-#include "support/FakeMacRemovalTools.h"
-#include "support/FakePrivilegedShell.h"
+#include "fakemac/FakeMacRemovalTools.h"
+#include "fakemac/FakePrivilegedShell.h"
 #include "support/TemporaryFakeMac.h"
 
 #include <QFile>
@@ -41,7 +42,11 @@ class TestRestoreRun : public QObject
         UninstallRecord record;
         record.items = items;
         m_shell = std::make_shared<FakePrivilegedShell>();
-        return RestoreRun({nullptr, RestoreMover::adminRights(m_shell), nullptr}).run(record);
+        return RestoreRun({nullptr,
+                           RestoreMover::adminRights(std::make_shared<AuthorizationService>(
+                               m_shell, FakePrivilegedShell::helper())),
+                           nullptr})
+            .run(record);
     }
 
 private slots:
@@ -110,7 +115,7 @@ private slots:
                                                    moved(u"~/Library/Caches/B"_s, false),
                                                    moved(u"/Library/Preferences/C.plist"_s, true)});
         QCOMPARE(report.count(Outcome::restored), 3);
-        QCOMPARE(m_shell->lines().size(), 1);
+        QCOMPARE(m_shell->batches().size(), 1);
         QVERIFY(report.isComplete());
     }
 
@@ -121,7 +126,11 @@ private slots:
         record.items = {item};
         auto shell = std::make_shared<FakePrivilegedShell>(FakePrivilegedShell::Behaviour::cancel);
         const auto report =
-            RestoreRun({nullptr, RestoreMover::adminRights(shell), nullptr}).run(record);
+            RestoreRun({nullptr,
+                        RestoreMover::adminRights(std::make_shared<AuthorizationService>(
+                            shell, FakePrivilegedShell::helper())),
+                        nullptr})
+                .run(record);
         QCOMPARE(report.items.first().outcome, Outcome::canceled);
         QVERIFY(QFileInfo::exists(QFile::decodeName(item.trashPath)));
         QVERIFY(!report.isComplete());

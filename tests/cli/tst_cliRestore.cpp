@@ -1,9 +1,9 @@
 // SPDX-License-Identifier: MIT
 // Uninstall with the real quenzo-cli on a fake Mac, then put it back from the record.
-#include "support/CliRun.h"
 #include "fakemac/FakeMacRemovalTools.h"
-#include "support/TemporaryFakeMac.h"
 #include "fakemac/TreeFingerprint.h"
+#include "support/CliRun.h"
+#include "support/TemporaryFakeMac.h"
 
 #include <QJsonArray>
 #include <QJsonObject>
@@ -97,11 +97,15 @@ private slots:
         QVERIFY(QFileInfo::exists(m_mac->trash(u"com.example.writer.plist"_s)));
     }
 
-    // Killed while the privileged step stalls: what the user-level moves took goes back.
+    // Killed while the privileged helper stalls: what the user-level moves took goes back.
     void putsBackAnInterruptedRun()
     {
         const QString pidFile = m_mac->root() + u"/stalled.pid"_s;
-        m_mac->addTool(u"/bin/mv"_s, "echo $$ > '" + pidFile.toUtf8() + "'\nexec sleep 120\n");
+        // The helper stops the app's daemon before its first move: that is where it stalls.
+        m_mac->addPlist(u"/Library/LaunchDaemons/com.example.writer.daemon.plist"_s,
+                        QVariantMap{{u"Label"_s, u"com.example.writer.daemon"_s}});
+        m_mac->addTool(u"/bin/launchctl"_s,
+                       "echo $PPID $$ > '" + pidFile.toUtf8() + "'\nexec sleep 120\n");
         QProcess uninstall;
         uninstall.start(QStringLiteral(QUENZO_CLI_PATH),
                         arguments(u"uninstall"_s, QStringList{u"--yes"_s} + m_apps));
@@ -111,7 +115,9 @@ private slots:
         QVERIFY(uninstall.waitForFinished());
         QFile pid(pidFile);
         QVERIFY(pid.open(QIODevice::ReadOnly));
-        ::kill(pid.readAll().trimmed().toInt(), SIGKILL);
+        // The helper and the stalled tool die with the run, as they would at a power cut.
+        for (const QByteArray &process : pid.readAll().trimmed().split(' '))
+            ::kill(process.toInt(), SIGKILL);
         FakeMacRemovalTools::install(*m_mac);
 
         const CliRun restore = cli(u"restore"_s, {u"--last"_s, u"--json"_s});
