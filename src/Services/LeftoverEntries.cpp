@@ -2,6 +2,7 @@
 #include "LeftoverEntries.h"
 
 #include "FolderListing.h"
+#include "IdentifierText.h"
 #include "MatchRules.h"
 #include "OwnFolderScans.h"
 #include "Platform/PropertyList.h"
@@ -26,10 +27,13 @@ bool isRegularFile(const QString &path)
     return ::lstat(QFile::encodeName(path).constData(), &info) == 0 && S_ISREG(info.st_mode);
 }
 
+// The platform's own entries, and the folders the system keeps in the searched places
+// (~/Library/LaunchAgents, Keychains, Mail, ...), which no app left behind.
 bool isPlatformOwn(const QString &name, const LeftoverName &parsed)
 {
     return parsed.identifier.startsWith(QLatin1String("com.apple.")) ||
-           name.startsWith(QLatin1String("com.apple."), Qt::CaseInsensitive);
+           name.startsWith(QLatin1String("com.apple."), Qt::CaseInsensitive) ||
+           IdentifierText::isSystemFolderName(name);
 }
 
 // "/Applications/Writer.app/Contents/MacOS/Writer" -> ROOT/Applications/Writer.app
