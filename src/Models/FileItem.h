@@ -21,6 +21,9 @@ struct FileItem
     std::optional<QString> note;
     QString reason; // why discovery picked it: "bundle identifier com.acme.writer"
     bool isProtected = false;
+    // Whether the user's own rights can write it, read when it was found so that the window
+    // never touches the disk.
+    bool isWritable = true;
     std::optional<QString> packageID; // installer receipts only
 
     // path with the home folder shown as "~".

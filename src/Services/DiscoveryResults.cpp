@@ -5,6 +5,7 @@
 #include "SizeMeasurer.h"
 
 #include <QDir>
+#include <QFileInfo>
 
 bool DiscoveryResults::add(FileItem item)
 {
@@ -17,6 +18,7 @@ bool DiscoveryResults::add(FileItem item)
             return false;
     }
     m_paths.insert(path);
+    item.isWritable = QFileInfo(item.path).isWritable();
     m_items.append(std::move(item));
     return true;
 }

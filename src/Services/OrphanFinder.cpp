@@ -97,6 +97,7 @@ FileItem makeItem(const LeftoverEntry &entry, const Gathering &group, bool byVen
     item.path = entry.path;
     item.category = entry.category;
     item.size = SizeMeasurer::itemSize(entry.path);
+    item.isWritable = QFileInfo(entry.path).isWritable();
     if (entry.kind == Kind::receipt) {
         item.packageID = entry.packageID;
         item.size += SizeMeasurer::itemSize(entry.path.chopped(6) + QLatin1String(".bom"));

@@ -5,8 +5,6 @@
 #include "Models/ByteCountFormatter.h"
 #include "Platform/SystemLayout.h"
 
-#include <QFileInfo>
-
 namespace ResultsRules {
 
 bool isSIPProtected(const UninstallSession &session)
@@ -19,8 +17,7 @@ bool hasProtectedFiles(const QList<const UninstallSession *> &sessions)
 {
     for (const UninstallSession *session : sessions) {
         for (const FileItem &item : session->discoveredFiles()) {
-            if (item.isSelected &&
-                (ItemBadge::requiresAdmin(item.path) || !QFileInfo(item.path).isWritable()))
+            if (item.isSelected && (ItemBadge::requiresAdmin(item.path) || !item.isWritable))
                 return true;
         }
     }

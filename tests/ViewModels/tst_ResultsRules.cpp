@@ -70,24 +70,26 @@ private slots:
     {
         QTest::addColumn<QString>("macPath");
         QTest::addColumn<bool>("selected");
-        QTest::addColumn<bool>("exists");
+        QTest::addColumn<bool>("writable"); // as discovery found it
         QTest::addColumn<bool>("expected");
         QTest::newRow("launch daemon") << "/Library/LaunchDaemons/a.plist" << true << true << true;
         QTest::newRow("prefix without slash")
             << "/Library/Application Supportive/x" << true << true << true;
         QTest::newRow("not selected") << "/Library/LaunchDaemons/b.plist" << false << true << false;
         QTest::newRow("user cache") << "~/Library/Caches/a" << true << true << false;
-        QTest::newRow("gone, so not writable") << "~/Library/Caches/gone" << true << false << true;
+        QTest::newRow("not writable when found")
+            << "~/Library/Caches/gone" << true << false << true;
     }
     void hasProtectedFiles()
     {
         QFETCH(QString, macPath);
         QFETCH(bool, selected);
-        QFETCH(bool, exists);
+        QFETCH(bool, writable);
         QFETCH(bool, expected);
+        FileItem probed = item(macPath, selected);
+        probed.isWritable = writable;
         UninstallSession session(AppInfo{});
-        session.setDiscoveredFiles(
-            {item(QStringLiteral("~/Library/Caches/ok"), true), item(macPath, selected, exists)});
+        session.setDiscoveredFiles({item(QStringLiteral("~/Library/Caches/ok"), true), probed});
         QCOMPARE(ResultsRules::hasProtectedFiles({&session}), expected);
     }
 
