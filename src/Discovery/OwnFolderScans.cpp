@@ -1,13 +1,13 @@
 // SPDX-License-Identifier: MIT
 #include "OwnFolderScans.h"
 
+#include "Core/PackageIdentifier.h"
 #include "Discovery/FolderListing.h"
 #include "Discovery/IdentifierText.h"
 #include "Discovery/MatchRules.h"
 #include "Discovery/SizeMeasurer.h"
 #include "Platform/PropertyList.h"
 #include "Platform/SystemLayout.h"
-#include "Removal/AdminPathPolicy.h"
 
 #include <QDir>
 #include <QFile>
@@ -129,7 +129,7 @@ void scanReceipts(const Fingerprint &fingerprint, DiscoveryResults &results)
         if (!name.endsWith(QLatin1String(".plist")))
             continue;
         const QString id = name.chopped(6);
-        if (!AdminPathPolicy::isValidPackageID(id))
+        if (!PackageIdentifier::isValid(id))
             continue;
         const auto found = MatchRules::match(id, fingerprint, false);
         if (!found)

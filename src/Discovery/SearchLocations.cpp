@@ -2,7 +2,6 @@
 #include "SearchLocations.h"
 
 #include "Platform/SystemLayout.h"
-#include "Removal/AdminPathPolicy.h"
 
 namespace SearchLocations {
 
@@ -70,7 +69,7 @@ QList<Location> searchLocations()
     for (const Row &row : kRows)
         locations.append({SystemLayout::path(QString::fromUtf16(row.macPath)), row.category,
                           row.rule, row.entersLinks});
-    for (const QString &directory : AdminPathPolicy::userDarwinDirectories())
+    for (const QString &directory : SystemLayout::darwinUserDirectories())
         locations.append({directory, C::temporary, Rule::identifiers});
     return locations;
 }

@@ -1,9 +1,9 @@
 // SPDX-License-Identifier: MIT
 #include "ToolQueries.h"
 
+#include "Core/PackageIdentifier.h"
 #include "Platform/SystemLayout.h"
 #include "Platform/ToolRunner.h"
-#include "Removal/AdminPathPolicy.h"
 
 #include <QStringDecoder>
 
@@ -31,7 +31,7 @@ QStringList installerPackageIDs(const ToolRunner &runner, const QString &macPath
         if (!line.startsWith(key))
             continue;
         const QString id = line.mid(key.size()).trimmed();
-        if (AdminPathPolicy::isValidPackageID(id))
+        if (PackageIdentifier::isValid(id))
             ids.append(id);
     }
     return ids;
@@ -49,7 +49,7 @@ QStringList spotlightApps(const ToolRunner &runner, const QString &prefix)
     QString bare = prefix;
     if (bare.endsWith(QLatin1Char('.')))
         bare.chop(1);
-    if (!AdminPathPolicy::isValidPackageID(bare))
+    if (!PackageIdentifier::isValid(bare))
         return {};
     const ToolResult result =
         runner.run(SystemLayout::path(QStringLiteral("/usr/bin/mdfind")), {spotlightQuery(prefix)},

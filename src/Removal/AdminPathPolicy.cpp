@@ -1,6 +1,7 @@
 // SPDX-License-Identifier: MIT
 #include "AdminPathPolicy.h"
 
+#include "Core/PackageIdentifier.h"
 #include "Platform/SystemLayout.h"
 
 #include <QList>
@@ -116,11 +117,6 @@ bool isUnderAllowedRoot(const QString &path)
     return false;
 }
 
-bool isAlphanumeric(char32_t c)
-{
-    return QChar::isLetterOrNumber(c) || QChar::isMark(c);
-}
-
 } // namespace
 
 bool AdminPathPolicy::isAllowed(const QString &path)
@@ -138,19 +134,7 @@ bool AdminPathPolicy::isAllowed(const QString &path)
 
 bool AdminPathPolicy::isValidPackageID(const QString &id)
 {
-    // Operating-system receipts are never forgotten, whatever the case of the prefix.
-    if (id.startsWith(QLatin1String("com.apple.pkg."), Qt::CaseInsensitive))
-        return false;
-    if (id.isEmpty() || !id.isValidUtf16())
-        return false;
-    const QList<uint> codePoints = id.toUcs4();
-    if (!isAlphanumeric(char32_t(codePoints.first())))
-        return false;
-    for (const uint c : codePoints) {
-        if (!isAlphanumeric(char32_t(c)) && c != u'.' && c != u'_' && c != u'-')
-            return false;
-    }
-    return true;
+    return PackageIdentifier::isValid(id);
 }
 
 QString AdminPathPolicy::trashDirectory()
@@ -160,12 +144,7 @@ QString AdminPathPolicy::trashDirectory()
 
 QStringList AdminPathPolicy::userDarwinDirectories()
 {
-    QStringList directories = SystemLayout::darwinUserDirectories();
-    for (QString &directory : directories) {
-        if (directory.endsWith(QLatin1Char('/')))
-            directory.chop(1);
-    }
-    return directories;
+    return SystemLayout::darwinUserDirectories();
 }
 
 bool AdminPathPolicy::hasForbiddenCharacter(const QString &text)

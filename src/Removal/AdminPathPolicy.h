@@ -13,6 +13,7 @@ public:
     AdminPathPolicy() = delete;
 
     [[nodiscard]] static bool isAllowed(const QString &path);
+    // PackageIdentifier::isValid, checked again at the last step before root.
     [[nodiscard]] static bool isValidPackageID(const QString &id);
     // Control and format characters (Cc, Cf), newlines, or text that is not valid UTF-16 (a lone
     // surrogate cannot reach a shell as the same name): text that never goes into the root line.

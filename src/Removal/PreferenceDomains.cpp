@@ -1,8 +1,8 @@
 // SPDX-License-Identifier: MIT
 #include "PreferenceDomains.h"
 
+#include "Core/PackageIdentifier.h"
 #include "Platform/SystemLayout.h"
-#include "Removal/AdminPathPolicy.h"
 
 namespace PreferenceDomains {
 
@@ -18,7 +18,7 @@ bool isDomain(const QString &domain)
     // The identifier rules also demand an alphanumeric first letter, which keeps the global
     // preferences file (".GlobalPreferences") out.
     return domain.contains(QLatin1Char('.')) && domain != QLatin1String("NSGlobalDomain") &&
-           AdminPathPolicy::isValidPackageID(domain);
+           PackageIdentifier::isValid(domain);
 }
 } // namespace
 
