@@ -2,10 +2,10 @@
 // Launch agents and daemons are judged by their job description, written by whoever installed
 // them: the bytes go through the property-list reader and then the launch-item rules, against
 // a fake Mac that holds the app itself and one other app of its vendor.
+#include "Discovery/Fingerprint.h"
+#include "Discovery/MatchRules.h"
 #include "Platform/PropertyList.h"
 #include "Platform/SystemLayout.h"
-#include "Services/Fingerprint.h"
-#include "Services/MatchRules.h"
 
 #include <QByteArray>
 #include <QDir>

@@ -1,9 +1,9 @@
 // SPDX-License-Identifier: MIT
 // bench_discovery: discovery on a large fake Mac against the floor for the same work (listing
 // the same folders and `du -s` over the same found items). Not a test: run it by hand.
+#include "Discovery/FileDiscoveryService.h"
+#include "Discovery/SearchLocations.h"
 #include "Platform/SystemLayout.h"
-#include "Services/FileDiscoveryService.h"
-#include "Services/SearchLocations.h"
 #include "fakemac/FakeMac.h"
 
 #include <QCoreApplication>

@@ -2,7 +2,7 @@
 // "All" and "None" on one app with 10,000 found items, as the window does them: the selection
 // change, the list model's report and the results' recomputation (totals, the administrator
 // check, the confirmation text). Prints milliseconds per step; the budget is 200 ms.
-#include "Services/FileDiscoveryService.h"
+#include "Discovery/FileDiscoveryService.h"
 #include "ViewModels/MainViewModel.h"
 #include "ViewModels/ResultsPresenter.h"
 #include "fakemac/FakeMac.h"

@@ -33,6 +33,16 @@ QString loginName()
     return user.isEmpty() ? QStringLiteral("user") : user;
 }
 
+// confstr ends each folder with "/"; callers append "/" + name themselves.
+QStringList withoutTrailingSlash(QStringList directories)
+{
+    for (QString &directory : directories) {
+        if (directory.endsWith(QLatin1Char('/')))
+            directory.chop(1);
+    }
+    return directories;
+}
+
 #if defined(Q_OS_MACOS)
 std::optional<QString> confstrText(int name)
 {
@@ -121,7 +131,7 @@ QStringList SystemLayout::darwinUserDirectories()
             if (auto text = confstrText(name))
                 result.append(*text);
         }
-        return result;
+        return withoutTrailingSlash(result);
     }
 #endif
     if (!isFakeRoot())
@@ -135,7 +145,7 @@ QStringList SystemLayout::darwinUserDirectories()
         if (!line.isEmpty() && result.size() < 2)
             result.append(line);
     }
-    return result;
+    return withoutTrailingSlash(result);
 }
 
 QString SystemLayout::trashDirectory()

@@ -37,8 +37,9 @@ public:
     // then shown as its Mac path.
     [[nodiscard]] static QString displayPath(const QString &path);
 
-    // The per-user cache and temporary folders as confstr reports them (each ending in "/"):
-    // confstr on macOS, ROOT/.fakemac/darwin-user-dirs on a fake Mac, else none.
+    // The per-user cache and temporary folders, cache first, each without one trailing "/":
+    // confstr on macOS, ROOT/.fakemac/darwin-user-dirs on a fake Mac, else none. Read afresh on
+    // every call (the fake Mac's file may change), so callers that check often keep a copy.
     [[nodiscard]] static QStringList darwinUserDirectories();
 
     // The user's Trash folder: the one NSFileManager names on a real Mac, else HOME/.Trash.

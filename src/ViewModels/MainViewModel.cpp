@@ -2,11 +2,11 @@
 #include "MainViewModel.h"
 
 #include "AppInfoReader.h"
+#include "Discovery/FileDiscoveryService.h"
 #include "Models/ByteCountFormatter.h"
 #include "Platform/Bundle.h"
 #include "Platform/SystemLayout.h"
-#include "Services/FileDiscoveryService.h"
-#include "Services/UninstallService.h"
+#include "Removal/UninstallService.h"
 
 #include <QDir>
 #include <QFileInfo>

@@ -2,7 +2,7 @@
 #include "HistoryCommand.h"
 
 #include "Models/ByteCountFormatter.h"
-#include "Services/HistoryStore.h"
+#include "Removal/HistoryStore.h"
 
 #include <QJsonArray>
 #include <QJsonDocument>

@@ -2,8 +2,8 @@
 #pragma once
 
 #include "CliOptions.h"
-#include "Services/RestoreRun.h"
-#include "Services/UninstallRecord.h"
+#include "Removal/RestoreRun.h"
+#include "Removal/UninstallRecord.h"
 
 #include <QJsonObject>
 #include <QTextStream>

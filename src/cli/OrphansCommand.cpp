@@ -1,8 +1,8 @@
 // SPDX-License-Identifier: MIT
 #include "OrphansCommand.h"
 
+#include "Discovery/OrphanFinder.h"
 #include "Models/ByteCountFormatter.h"
-#include "Services/OrphanFinder.h"
 #include "SessionReport.h"
 
 #include <QJsonArray>

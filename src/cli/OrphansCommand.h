@@ -1,7 +1,7 @@
 // SPDX-License-Identifier: MIT
 #pragma once
 
-#include "Services/OrphanGroup.h"
+#include "Discovery/OrphanGroup.h"
 
 #include <QJsonObject>
 #include <QList>

@@ -1,7 +1,7 @@
 // SPDX-License-Identifier: MIT
 #pragma once
 
-#include "Services/FileDiscoveryService.h"
+#include "Discovery/FileDiscoveryService.h"
 
 #include <QMutex>
 #include <QString>

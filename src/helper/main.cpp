@@ -7,7 +7,7 @@
 #include "Platform/SafeFile.h"
 #include "Platform/SystemLayout.h"
 #include "Platform/ToolRunner.h"
-#include "Services/PrivilegedHelper.h"
+#include "Removal/PrivilegedHelper.h"
 
 #include <QCoreApplication>
 #include <QFile>

@@ -1,6 +1,6 @@
 // SPDX-License-Identifier: MIT
 #include "Platform/SystemLayout.h"
-#include "Services/AdminPathPolicy.h"
+#include "Removal/AdminPathPolicy.h"
 
 #include <QDir>
 #include <QFile>

@@ -2,7 +2,7 @@
 // The request for administrator rights: what reaches the helper, and what each outcome of the
 // prompt makes of the items. The helper really runs (as the test's user, root in CI).
 #include "Platform/SystemLayout.h"
-#include "Services/AuthorizationService.h"
+#include "Removal/AuthorizationService.h"
 #include "fakemac/FakeMacRemovalTools.h"
 #include "fakemac/FakePrivilegedShell.h"
 #include "support/TemporaryFakeMac.h"

@@ -2,7 +2,7 @@
 // Discovery on fake Macs that fight back: folders it may not read, link loops and very long
 // names in measured folders, a 50 MB launchd job.
 // Discovery must finish, report what it could read and nothing it could not.
-#include "Services/FileDiscoveryService.h"
+#include "Discovery/FileDiscoveryService.h"
 #include "support/DiscoveryScene.h"
 #include "support/LongNames.h"
 

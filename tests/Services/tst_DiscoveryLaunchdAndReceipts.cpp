@@ -1,7 +1,7 @@
 // SPDX-License-Identifier: MIT
 // Discovery of what an app leaves outside its own folders: launchd jobs and the helpers they
 // start, installer receipts, and the packages and apps the system tools know of.
-#include "Services/FileDiscoveryService.h"
+#include "Discovery/FileDiscoveryService.h"
 #include "fakemac/FakeMacTools.h"
 #include "support/DiscoveryScene.h"
 

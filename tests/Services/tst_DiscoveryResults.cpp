@@ -1,5 +1,5 @@
 // SPDX-License-Identifier: MIT
-#include "Services/DiscoveryResults.h"
+#include "Discovery/DiscoveryResults.h"
 
 #include <QTest>
 

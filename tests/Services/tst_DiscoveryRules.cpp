@@ -1,5 +1,5 @@
 // SPDX-License-Identifier: MIT
-#include "Services/FileDiscoveryService.h"
+#include "Discovery/FileDiscoveryService.h"
 #include "support/DiscoveryScene.h"
 
 #include <QFileInfo>

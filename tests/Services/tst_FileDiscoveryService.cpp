@@ -1,6 +1,6 @@
 // SPDX-License-Identifier: MIT
+#include "Discovery/FileDiscoveryService.h"
 #include "Platform/SystemLayout.h"
-#include "Services/FileDiscoveryService.h"
 #include "support/DiscoveryScene.h"
 
 #include <QTest>

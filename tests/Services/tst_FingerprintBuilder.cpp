@@ -1,6 +1,6 @@
 // SPDX-License-Identifier: MIT
+#include "Discovery/FingerprintBuilder.h"
 #include "Platform/ToolRunner.h"
-#include "Services/FingerprintBuilder.h"
 #include "support/DiscoveryScene.h"
 
 #include <QTest>

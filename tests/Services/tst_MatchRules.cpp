@@ -1,5 +1,5 @@
 // SPDX-License-Identifier: MIT
-#include "Services/MatchRules.h"
+#include "Discovery/MatchRules.h"
 
 #include <QTest>
 

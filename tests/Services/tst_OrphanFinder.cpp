@@ -1,6 +1,6 @@
 // SPDX-License-Identifier: MIT
 // Leftovers of a deleted app on a fake Mac where other apps are still installed.
-#include "Services/OrphanFinder.h"
+#include "Discovery/OrphanFinder.h"
 #include "fakemac/FakeMacTools.h"
 #include "support/TemporaryFakeMac.h"
 

@@ -1,7 +1,7 @@
 // SPDX-License-Identifier: MIT
 #include "Platform/RunningApplications.h"
 #include "Platform/SystemLayout.h"
-#include "Services/ProcessService.h"
+#include "Removal/ProcessService.h"
 #include "fakemac/FakeMac.h"
 #include "fakemac/FakeMacRemovalTools.h"
 

@@ -6,8 +6,8 @@
 // but into the user's Trash.
 #include "Platform/SystemLayout.h"
 #include "Platform/TrashMover.h"
-#include "Services/AuthorizationService.h"
-#include "Services/UninstallService.h"
+#include "Removal/AuthorizationService.h"
+#include "Removal/UninstallService.h"
 #include "fakemac/FakeMacRemovalTools.h"
 #include "fakemac/FakePrivilegedShell.h"
 #include "fakemac/TreeFingerprint.h"

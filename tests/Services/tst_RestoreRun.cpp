@@ -1,7 +1,7 @@
 // SPDX-License-Identifier: MIT
 // Putting items back from a record, with the user's rights and with one privileged run.
-#include "Services/AuthorizationService.h"
-#include "Services/RestoreRun.h"
+#include "Removal/AuthorizationService.h"
+#include "Removal/RestoreRun.h"
 #include "fakemac/FakeMacRemovalTools.h"
 #include "fakemac/FakePrivilegedShell.h"
 #include "support/TemporaryFakeMac.h"

@@ -1,5 +1,5 @@
 // SPDX-License-Identifier: MIT
-#include "Services/SizeMeasurer.h"
+#include "Discovery/SizeMeasurer.h"
 #include "fakemac/FakeMac.h"
 #include "support/UnprivilegedFiles.h"
 

@@ -1,6 +1,6 @@
 // SPDX-License-Identifier: MIT
 // Reading back uninstall journals, also ones an interrupted run left.
-#include "Services/UninstallRecord.h"
+#include "Removal/UninstallRecord.h"
 
 #include <QTest>
 

@@ -1,8 +1,8 @@
 // SPDX-License-Identifier: MIT
 #include "Platform/SystemLayout.h"
 #include "Platform/TrashNaming.h"
-#include "Services/AuthorizationService.h"
-#include "Services/UninstallService.h"
+#include "Removal/AuthorizationService.h"
+#include "Removal/UninstallService.h"
 #include "fakemac/FakeMacRemovalTools.h"
 #include "fakemac/FakeMacTools.h"
 #include "fakemac/FakePrivilegedShell.h"

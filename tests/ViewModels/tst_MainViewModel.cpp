@@ -1,7 +1,7 @@
 // SPDX-License-Identifier: MIT
+#include "Discovery/FileDiscoveryService.h"
 #include "Platform/SystemLayout.h"
-#include "Services/FileDiscoveryService.h"
-#include "Services/UninstallService.h"
+#include "Removal/UninstallService.h"
 #include "ViewModels/AppInfoReader.h"
 #include "ViewModels/MainViewModel.h"
 #include "Views/IconShape.h"

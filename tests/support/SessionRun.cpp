@@ -1,7 +1,7 @@
 // SPDX-License-Identifier: MIT
 #include "SessionRun.h"
 
-#include "Services/UninstallService.h"
+#include "Removal/UninstallService.h"
 
 #include <QFutureWatcher>
 #include <QSignalSpy>

@@ -6,10 +6,10 @@
 
 #include <QGuiApplication>
 
+#include "Discovery/FileDiscoveryService.h"
 #include "Platform/PrivilegedShell.h"
-#include "Services/AuthorizationService.h"
-#include "Services/FileDiscoveryService.h"
-#include "Services/UninstallService.h"
+#include "Removal/AuthorizationService.h"
+#include "Removal/UninstallService.h"
 #include "ViewModels/MainViewModel.h"
 #include "fakemac/FakeMacRemovalTools.h"
 #include "fakemac/FakePrivilegedShell.h"

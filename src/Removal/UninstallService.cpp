@@ -1,0 +1,45 @@
+// SPDX-License-Identifier: MIT
+#include "UninstallService.h"
+
+#include "Platform/TrashMover.h"
+#include "Removal/AuthorizationService.h"
+#include "Removal/HistoryRecorder.h"
+#include "Removal/ProcessService.h"
+#include "Removal/UninstallRun.h"
+
+#include <QFile>
+#include <QtConcurrent>
+
+#include <unistd.h>
+
+UninstallService::UninstallService() : UninstallService(Dependencies{}) {}
+
+UninstallService::UninstallService(Dependencies dependencies)
+    : m_dependencies(std::move(dependencies))
+{
+    if (!m_dependencies.process)
+        m_dependencies.process = std::make_shared<const ProcessService>();
+    if (!m_dependencies.authorization)
+        m_dependencies.authorization = std::make_shared<const AuthorizationService>();
+    if (!m_dependencies.trash)
+        m_dependencies.trash = TrashMover::system();
+    if (!m_dependencies.recorder)
+        m_dependencies.recorder = [] { return std::make_shared<HistoryRecorder>(); };
+    if (!m_dependencies.isWritable)
+        m_dependencies.isWritable = [](const QString &folder) {
+            return ::access(QFile::encodeName(folder).constData(), W_OK) == 0;
+        };
+}
+
+QFuture<void> UninstallService::uninstall(const QList<QSharedPointer<UninstallSession>> &sessions)
+{
+    // The task holds its own copies, so it may outlive this service.
+    return QtConcurrent::run(
+        [dependencies = m_dependencies, sessions] { UninstallRun(dependencies).run(sessions); });
+}
+
+QString UninstallService::lsregisterMacPath()
+{
+    return QStringLiteral("/System/Library/Frameworks/CoreServices.framework/Frameworks/"
+                          "LaunchServices.framework/Support/lsregister");
+}
