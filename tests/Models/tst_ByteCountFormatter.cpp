@@ -40,6 +40,7 @@ void TestByteCountFormatter::formats_data()
     row("2.25e9", 2250000000, "2.25 GB");
     row("1.005e9 tie to even", 1005000000, "1 GB");
     row("1.01e9", 1010000000, "1.01 GB");
+    row("1.1e9 drops the trailing zero", 1100000000, "1.1 GB");
     row("1e12", 1000000000000, "1 TB");
     row("123.456e12", 123456000000000, "123.46 TB");
     row("1e18", 1000000000000000000, "1 EB");

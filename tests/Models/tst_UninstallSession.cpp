@@ -31,26 +31,6 @@ class TestUninstallSession : public QObject
     Q_OBJECT
 
 private slots:
-    void everyChangeIsAnnouncedBeforeItIsStored()
-    {
-        UninstallSession session(AppInfo{});
-        QList<UninstallStatus::Kind> seenAtWillChange;
-        connect(&session, &UninstallSession::willChange, this,
-                [&] { seenAtWillChange.append(session.status().kind()); });
-        session.setStatus(UninstallStatus::ready());
-        QCOMPARE(seenAtWillChange, QList{UninstallStatus::Kind::scanning});
-
-        QSignalSpy willChange(&session, &UninstallSession::willChange);
-        session.addLog(u"Found 0 files (Zero KB)"_s, true);
-        session.setRemovedCount(1);
-        session.setFailedCount(2);
-        session.setRemovedBytes(3);
-        session.setDiscoveredFiles({item(FileCategory::caches, 1)});
-        QCOMPARE(willChange.count(), 5);
-        QCOMPARE(session.logs().constLast().message, u"Found 0 files (Zero KB)"_s);
-        QVERIFY(session.logs().constLast().isSuccess);
-    }
-
     void toggleInvertsTheStoredFlagOfTheSameItem()
     {
         UninstallSession session(AppInfo{});
@@ -101,14 +81,6 @@ private slots:
         QCOMPARE(session.selectedFilesCount(), 0);
     }
 
-    void setAllSelectedOnAnEmptyListEmitsNothing()
-    {
-        UninstallSession session(AppInfo{});
-        QSignalSpy willChange(&session, &UninstallSession::willChange);
-        session.setAllSelected(true);
-        QCOMPARE(willChange.count(), 0);
-    }
-
     void totalSizeNeverWraps()
     {
         UninstallSession session(AppInfo{});
@@ -116,19 +88,6 @@ private slots:
         session.setDiscoveredFiles(
             {item(FileCategory::caches, huge), item(FileCategory::caches, huge)});
         QCOMPARE(session.totalSize(), std::numeric_limits<qint64>::max());
-    }
-
-    void filesByCategoryKeepsListOrder()
-    {
-        UninstallSession session(AppInfo{});
-        const FileItem a = item(FileCategory::caches, 1);
-        const FileItem b = item(FileCategory::logs, 2);
-        const FileItem c = item(FileCategory::caches, 3);
-        session.setDiscoveredFiles({a, b, c});
-        const auto groups = session.filesByCategory();
-        QCOMPARE(groups.size(), 2);
-        QCOMPARE(groups.value(FileCategory::caches), (QList<FileItem>{a, c}));
-        QCOMPARE(groups.value(FileCategory::logs), QList<FileItem>{b});
     }
 };
 

@@ -44,8 +44,8 @@ class TestAppIcon : public QObject
     Q_OBJECT
 
 private slots:
-    void picksLargestPng();
-    void equalAreaPicksMoreBytes();
+    void picksTheLargestPng_data();
+    void picksTheLargestPng();
     void refusesMalformedIcns_data();
     void refusesMalformedIcns();
     void stopsAtBadEntryKeepingEarlierOnes();
@@ -53,21 +53,26 @@ private slots:
     void extractsFromBundle();
 };
 
-void TestAppIcon::picksLargestPng()
+void TestAppIcon::picksTheLargestPng_data()
 {
-    const QByteArray large = png(512, 512);
-    const QByteArray data =
-        icns({entry("ic07", png(128, 128, 4000)), entry("it32", QByteArray(9000, 'x')),
-              entry("ic09", large), entry("ic08", png(256, 256))});
-    QCOMPARE(AppIcon::largestPngInIcns(data), std::optional<QByteArray>(large));
+    QTest::addColumn<QList<QByteArray>>("entries");
+    QTest::addColumn<int>("picked"); // the entry's index
+    QTest::newRow("largest area, not the first nor the most bytes")
+        << QList{entry("ic07", png(128, 128, 4000)), entry("it32", QByteArray(9000, 'x')),
+                 entry("ic09", png(512, 512)), entry("ic08", png(256, 256))}
+        << 2;
+    QTest::newRow("equal area: more bytes")
+        << QList{entry("ic12", png(64, 64, 100)), entry("ic13", png(64, 64, 400)),
+                 entry("icp6", png(64, 64, 200))}
+        << 1;
 }
 
-void TestAppIcon::equalAreaPicksMoreBytes()
+void TestAppIcon::picksTheLargestPng()
 {
-    const QByteArray retina = png(64, 64, 400);
-    const QByteArray data = icns(
-        {entry("ic12", png(64, 64, 100)), entry("ic13", retina), entry("icp6", png(64, 64, 200))});
-    QCOMPARE(AppIcon::largestPngInIcns(data), std::optional<QByteArray>(retina));
+    QFETCH(QList<QByteArray>, entries);
+    QFETCH(int, picked);
+    QCOMPARE(AppIcon::largestPngInIcns(icns(entries)),
+             std::optional<QByteArray>(entries.at(picked).mid(8)));
 }
 
 void TestAppIcon::refusesMalformedIcns_data()

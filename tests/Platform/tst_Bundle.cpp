@@ -19,7 +19,6 @@ private slots:
     void refusesNonFolders();
     void enclosingBundlePath_data();
     void enclosingBundlePath();
-    void testProgramHasNoBundleIdentifier();
 
 private:
     // A folder with Contents/Info.plist: `info` as XML when a map, as is when bytes, none when
@@ -129,11 +128,6 @@ void TestBundle::enclosingBundlePath()
     QFETCH(QString, bundle);
     const auto found = Bundle::enclosingBundlePath(executable);
     QCOMPARE(found.value_or(QString()), bundle);
-}
-
-void TestBundle::testProgramHasNoBundleIdentifier()
-{
-    QVERIFY(!Bundle::mainBundleIdentifier());
 }
 
 QTEST_GUILESS_MAIN(TestBundle)

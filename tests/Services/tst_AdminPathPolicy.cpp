@@ -94,6 +94,7 @@ void TestAdminPathPolicy::isAllowed_data()
     row("~/Applications", false);
     row("~/Applications/Foo.app", true);
     row("~/Library", false);
+    row("~/Library/Caches", false);
     row("~/Library/Caches/com.example.app", true);
     row("~/Library2/Caches/x", false);
     row("~/Documents/report.pdf", false);

@@ -1,6 +1,8 @@
 // SPDX-License-Identifier: MIT
 // The request for administrator rights: what reaches the helper, and what each outcome of the
 // prompt makes of the items. The helper really runs (as the test's user, root in CI).
+#include "Platform/HelperBatch.h"
+#include "Platform/PrivilegedShell.h"
 #include "Platform/SystemLayout.h"
 #include "Removal/AuthorizationService.h"
 #include "fakemac/FakeMacRemovalTools.h"
@@ -12,6 +14,22 @@
 using namespace Qt::StringLiterals;
 
 Q_DECLARE_METATYPE(FakePrivilegedShell::Behaviour)
+
+namespace {
+// A helper that answers with the given bytes, whatever it was asked.
+class AnsweringShell : public PrivilegedShell
+{
+public:
+    explicit AnsweringShell(QByteArray answer) : m_answer(std::move(answer)) {}
+    Result run(const QString &, const QStringList &, const QByteArray &) const override
+    {
+        return Result{Outcome::completed, {}, m_answer};
+    }
+
+private:
+    QByteArray m_answer;
+};
+} // namespace
 
 class TestAuthorizationService : public QObject
 {
@@ -134,6 +152,37 @@ private slots:
         QCOMPARE(QFileInfo::exists(source), !message.isEmpty());
         QCOMPARE(report.moves.value(QFile::encodeName(source)).word,
                  message.isEmpty() ? "moved"_ba : QByteArray());
+    }
+
+    // Two moves, A then B: only an answer of one result per command, each about its own
+    // command's item, is believed.
+    void answersAreCheckedAgainstTheCommands_data()
+    {
+        QTest::addColumn<QByteArrayList>("answer"); // "A" and "B" stand for the two items
+        QTest::addColumn<bool>("readable");
+        QTest::addColumn<int>("believed");
+        QTest::newRow("one per command") << QByteArrayList{"A", "B"} << true << 2;
+        QTest::newRow("too few") << QByteArrayList{"A"} << false << 0;
+        QTest::newRow("too many") << QByteArrayList{"A", "B", "B"} << false << 0;
+        QTest::newRow("each about the other item") << QByteArrayList{"B", "A"} << true << 0;
+    }
+
+    void answersAreCheckedAgainstTheCommands()
+    {
+        QFETCH(QByteArrayList, answer);
+        QFETCH(bool, readable);
+        QFETCH(int, believed);
+        const QString a = m_mac->addTextFile(u"/Library/Caches/a"_s, "a");
+        const QString b = m_mac->addTextFile(u"/Library/Caches/b"_s, "b");
+        QList<HelperRecord> records;
+        for (const QByteArray &item : answer)
+            records.append(HelperRecord{"done", {QFile::encodeName(item == "A" ? a : b)}});
+        const auto shell = std::make_shared<AnsweringShell>(HelperBatch::encode(records));
+        const auto report =
+            AuthorizationService(shell, FakePrivilegedShell::helper())
+                .removeWithAdminPrivileges({{a, resolved(u"a"_s)}, {b, resolved(u"b"_s)}}, {}, {});
+        QCOMPARE(!report.error, readable);
+        QCOMPARE(report.moves.size(), believed);
     }
 
     void nothingToRunShowsNoPrompt()

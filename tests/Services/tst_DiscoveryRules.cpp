@@ -261,6 +261,12 @@ void tst_DiscoveryRules::launchJobHelpers_data()
                        u"/Library/PrivilegedHelperTools/com.acme.writer.h"_s}
         << QStringList{u"[x] /Library/PrivilegedHelperTools/com.acme.writer.h"_s,
                        u"[x] ~/Library/LaunchAgents/com.acme.writer.a.plist"_s};
+    const QString login = u"/Applications/Writer.app/Contents/Library/LoginItems/"
+                          u"Writer Helper.app/Contents/MacOS/h"_s;
+    QTest::newRow("a job that starts a helper app nested in the bundle")
+        << QStringList{writer}
+        << QStringList{login, u"~/Library/LaunchAgents/com.acme.writer.login.plist => "_s + login}
+        << QStringList{u"[x] ~/Library/LaunchAgents/com.acme.writer.login.plist"_s};
 }
 
 void tst_DiscoveryRules::reasons_data()

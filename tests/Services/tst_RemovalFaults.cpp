@@ -81,9 +81,10 @@ private:
         const QSharedPointer<UninstallSession> &session,
         std::function<bool(const QString &)> isWritable = {},
         FakePrivilegedShell::Behaviour behaviour = FakePrivilegedShell::Behaviour::runAsCaller,
-        std::shared_ptr<const TrashMover> mover = {})
+        std::shared_ptr<const TrashMover> mover = {}, std::function<void()> duringPrompt = {})
     {
         m_shell = std::make_shared<FakePrivilegedShell>(behaviour);
+        m_shell->duringPrompt = std::move(duringPrompt);
         UninstallService::Dependencies dependencies;
         dependencies.authorization =
             std::make_shared<const AuthorizationService>(m_shell, FakePrivilegedShell::helper());
@@ -330,20 +331,15 @@ private slots:
         if (attack == u"tool writable")
             selected.category = FileCategory::launchDaemons;
         const auto session = makeSession({selected});
-        m_shell = std::make_shared<FakePrivilegedShell>(
-            attack == u"cancel" ? FakePrivilegedShell::Behaviour::cancel
-                                : FakePrivilegedShell::Behaviour::runAsCaller);
-        m_shell->duringPrompt = [&] {
-            if (attack == u"late link")
-                plantLink(itemPath.section(u'/', 0, -2), victim + u"/com.acme.writer"_s);
-            else if (attack == u"late trash name")
-                QVERIFY(QFile::link(victim, trash(name)));
-        };
-        UninstallService::Dependencies dependencies;
-        dependencies.authorization =
-            std::make_shared<const AuthorizationService>(m_shell, FakePrivilegedShell::helper());
-        UninstallService service(dependencies);
-        QVERIFY(SessionRun::toCompletion(service, {session}));
+        uninstall(session, {},
+                  attack == u"cancel" ? FakePrivilegedShell::Behaviour::cancel
+                                      : FakePrivilegedShell::Behaviour::runAsCaller,
+                  {}, [&] {
+                      if (attack == u"late link")
+                          plantLink(itemPath.section(u'/', 0, -2), victim + u"/com.acme.writer"_s);
+                      else if (attack == u"late trash name")
+                          QVERIFY(QFile::link(victim, trash(name)));
+                  });
 
         const QStringList lines = messages(*session);
         QVERIFY2(std::any_of(lines.cbegin(), lines.cend(),

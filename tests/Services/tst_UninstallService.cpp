@@ -280,6 +280,8 @@ private slots:
         QVERIFY(!batch.alpha->logs().constLast().isSuccess);
         QCOMPARE(batch.alpha->removedCount(), 5);
         QCOMPARE(batch.alpha->failedCount(), 3);
+        QCOMPARE(batch.alpha->removedBytes(),
+                 1000 + 3000 + 5 + 10 + 5); // what stayed is not counted
         QCOMPARE(batch.beta->failedCount(), 2);
         QCOMPARE(messages(*batch.beta).constLast(),
                  u"⚠ Uninstall completed with errors. 2 succeeded, 2 failed, 1 skipped."_s);

@@ -38,9 +38,7 @@ private slots:
         QAbstractItemModelTester tester(&model);
         model.setSessions({&session});
         QVERIFY(model.isEmpty());
-        QSignalSpy emptiness(&model, &LogListModel::isEmptyChanged);
         session.addLog(QStringLiteral("Found 2 files (1 KB)"), true);
-        QCOMPARE(emptiness.count(), 1);
         QVERIFY(!model.isEmpty());
         QCOMPARE(rows(model), QStringList{QStringLiteral("Found 2 files (1 KB)")});
         QCOMPARE(model.index(0).data(int(Role::symbol)).toString(),

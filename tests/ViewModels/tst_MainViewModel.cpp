@@ -293,29 +293,6 @@ private slots:
         QCOMPARE(willChange.count(), 0);
     }
 
-    void fullDiskAccessIsReadOnRequest()
-    {
-        bool granted = false;
-        MainViewModel::Dependencies dependencies;
-        dependencies.fullDiskAccessProbe = [&granted] { return granted; };
-        QList<QUrl> opened;
-        dependencies.openUrl = [&opened](const QUrl &url) { opened.append(url); };
-        MainViewModel viewModel(dependencies);
-        QVERIFY(!viewModel.hasFullDiskAccess());
-        granted = true;
-        QVERIFY(!viewModel.hasFullDiskAccess()); // never changes by itself
-        QSignalSpy changed(&viewModel, &MainViewModel::hasFullDiskAccessChanged);
-        viewModel.refreshFullDiskAccess();
-        QVERIFY(viewModel.hasFullDiskAccess());
-        QCOMPARE(changed.count(), 1);
-
-        viewModel.openFullDiskAccessSettings();
-        QCOMPARE(
-            opened,
-            QList{QUrl(
-                u"x-apple.systempreferences:com.apple.preference.security?Privacy_AllFiles"_s)});
-    }
-
     void iconCornersAreCut()
     {
         QImage square(100, 100, QImage::Format_ARGB32);
