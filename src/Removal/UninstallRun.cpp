@@ -107,7 +107,10 @@ UninstallPlan UninstallRun::prepare(const QSharedPointer<UninstallSession> &sess
         link.path = app.droppedLink;
         selected.append(link);
     }
-    quitApp(session.get(), app);
+    // Leftovers of a deleted app have no bundle: there is nothing of theirs to quit, and a
+    // process that merely shares the identifier is not theirs to stop.
+    if (!app.bundlePath.isEmpty())
+        quitApp(session.get(), app);
     unloadLaunchAgents(session.get(), selected);
     UninstallPlan plan;
     plan.session = session;

@@ -3,6 +3,8 @@
 
 #include "AppInfoReader.h"
 #include "Discovery/FileDiscoveryService.h"
+#include "Discovery/OrphanFinder.h"
+#include "LeftoverSessions.h"
 #include "Models/ByteCountFormatter.h"
 #include "Platform/Bundle.h"
 #include "Platform/SystemLayout.h"
@@ -16,6 +18,7 @@ namespace {
 const QString kOnlyAppsNotice =
     QStringLiteral("Only apps can be quenzed. Drag an app from your Applications folder.");
 const QString kItselfNotice = QStringLiteral("Quenzo can't uninstall itself.");
+const QString kNoLeftoversNotice = QStringLiteral("No leftovers of deleted apps were found.");
 const QString kSettingsUrl =
     QStringLiteral("x-apple.systempreferences:com.apple.preference.security?Privacy_AllFiles");
 
@@ -43,6 +46,7 @@ MainViewModel::Dependencies MainViewModel::defaultDependencies()
         [](const QUrl &) {},
         [](const QString &) {},
         [](const QByteArray &icon) { return icon; },
+        [] { return OrphanFinder().find(); },
     };
 }
 
@@ -66,6 +70,8 @@ MainViewModel::MainViewModel(Dependencies dependencies, QObject *parent)
         m_dependencies.copyText = defaults.copyText;
     if (!m_dependencies.shapeIcon)
         m_dependencies.shapeIcon = defaults.shapeIcon;
+    if (!m_dependencies.findLeftovers)
+        m_dependencies.findLeftovers = defaults.findLeftovers;
     m_hasFullDiskAccess = m_dependencies.fullDiskAccessProbe();
 }
 
@@ -239,9 +245,52 @@ void MainViewModel::uninstall()
                  });
     if (chosen.isEmpty())
         return;
+    m_uninstallStarted = QDateTime::currentDateTimeUtc();
     setSessions(chosen);
     // The service reports through the sessions themselves; nothing follows its completion here.
     (void)m_dependencies.uninstall->uninstall(chosen);
+}
+
+void MainViewModel::findLeftovers()
+{
+    if (m_findingLeftovers || isProcessing())
+        return;
+    setFindingLeftovers(true);
+    QtConcurrent::run(m_dependencies.findLeftovers)
+        .then(this, [this](const QList<OrphanGroup> &groups) {
+            setFindingLeftovers(false);
+            showLeftovers(groups);
+        });
+}
+
+void MainViewModel::showLeftovers(const QList<OrphanGroup> &groups)
+{
+    if (isProcessing())
+        return; // an uninstall started meanwhile keeps its screen
+    const QList<LeftoverSessions::Entry> entries = LeftoverSessions::fromGroups(groups);
+    if (entries.isEmpty()) {
+        setNotice(kNoLeftoversNotice);
+        return;
+    }
+    QList<QSharedPointer<UninstallSession>> sessions;
+    for (const LeftoverSessions::Entry &entry : entries) {
+        const auto session = makeSession(entry.app);
+        session->setDiscoveredFiles(entry.items);
+        session->setStatus(UninstallStatus::ready());
+        session->addLog(QStringLiteral("Found %1 leftovers (%2)")
+                            .arg(entry.items.size())
+                            .arg(formattedByteCount(session->totalSize())),
+                        true);
+        sessions.append(session);
+    }
+    setSessions(sessions);
+}
+
+void MainViewModel::setFindingLeftovers(bool finding)
+{
+    emit willChange();
+    m_findingLeftovers = finding;
+    emit findingLeftoversChanged();
 }
 
 void MainViewModel::refreshFullDiskAccess()

@@ -1,8 +1,11 @@
 // SPDX-License-Identifier: MIT
 #pragma once
 
+#include "Discovery/OrphanGroup.h"
 #include "Models/UninstallSession.h"
 #include "SessionListModel.h"
+
+#include <QDateTime>
 
 #include <QList>
 #include <QObject>
@@ -32,6 +35,8 @@ class MainViewModel : public QObject
     Q_PROPERTY(int selectedFilesCount READ selectedFilesCount NOTIFY totalsChanged)
     Q_PROPERTY(qint64 totalSize READ totalSize NOTIFY totalsChanged)
     Q_PROPERTY(bool canUninstall READ canUninstall NOTIFY totalsChanged)
+    Q_PROPERTY(bool isFindingLeftovers READ isFindingLeftovers NOTIFY findingLeftoversChanged)
+    Q_PROPERTY(QDateTime uninstallStarted READ uninstallStarted NOTIFY stateChanged)
 
 public:
     // What the controller works with; tests replace any of it.
@@ -47,6 +52,8 @@ public:
         std::function<void(const QString &)> copyText;
         // An app's icon as the window shows it (its corners cut); unchanged by default.
         std::function<QByteArray(const QByteArray &)> shapeIcon;
+        // The leftovers of deleted apps; blocking, called off the GUI thread.
+        std::function<QList<OrphanGroup>()> findLeftovers;
     };
     // The real services, this program's own identifier and the real probe; opening URLs and
     // copying do nothing.
@@ -81,6 +88,12 @@ public:
     Q_INVOKABLE void removeSession(UninstallSession *session);
     Q_INVOKABLE void clearSessions();
     Q_INVOKABLE void uninstall();
+    // Searches for the leftovers of deleted apps off the GUI thread, then lists each group as an
+    // app of its own for the usual review, confirmation and removal.
+    Q_INVOKABLE void findLeftovers();
+    [[nodiscard]] bool isFindingLeftovers() const { return m_findingLeftovers; }
+    // When the current batch was handed to the removal; invalid before.
+    [[nodiscard]] QDateTime uninstallStarted() const { return m_uninstallStarted; }
     Q_INVOKABLE void refreshFullDiskAccess();
     Q_INVOKABLE void openFullDiskAccessSettings();
     // Shows the user's Trash folder (HOME/.Trash) in the file manager.
@@ -99,6 +112,7 @@ signals:
     void stateChanged();
     void totalsChanged();
     void hasFullDiskAccessChanged();
+    void findingLeftoversChanged();
 
 private:
     [[nodiscard]] QList<QSharedPointer<UninstallSession>> removableSessions() const;
@@ -108,11 +122,15 @@ private:
     [[nodiscard]] bool isListed(const QString &bundlePath) const;
     void scan(const QSharedPointer<UninstallSession> &session, const QString &bundlePath);
     void discover(const QSharedPointer<UninstallSession> &session);
+    void showLeftovers(const QList<OrphanGroup> &groups);
+    void setFindingLeftovers(bool finding);
 
     Dependencies m_dependencies;
     QList<QSharedPointer<UninstallSession>> m_sessions;
     SessionListModel m_sessionModel;
     std::optional<QString> m_notice;
     bool m_hasFullDiskAccess = false;
+    bool m_findingLeftovers = false;
+    QDateTime m_uninstallStarted;
     QList<QMetaObject::Connection> m_sessionObservers;
 };

@@ -63,7 +63,7 @@ void ResultsPresenter::refresh()
          showsFullDiskAccessBanner()},
         {m_hasProtectedFiles, canUninstall(), canCancel(), footerTitle(), footerDetail(),
          confirmationMessage(), dropOverlayText()},
-        {hasFailures()},
+        {hasFailures(), canPutBack()},
     };
     void (ResultsPresenter::*const notifiers[4])() = {
         &ResultsPresenter::bodyChanged, &ResultsPresenter::headerChanged,
@@ -123,6 +123,15 @@ bool ResultsPresenter::isSingleSIPApp() const
 bool ResultsPresenter::hasFailures() const
 {
     return ResultsRules::hasFailures(sessions());
+}
+
+bool ResultsPresenter::canPutBack() const
+{
+    if (body() != Body::Completed)
+        return false;
+    const auto list = sessions();
+    return std::any_of(list.cbegin(), list.cend(),
+                       [](const UninstallSession *session) { return session->removedCount() > 0; });
 }
 
 bool ResultsPresenter::hasLogs() const

@@ -46,6 +46,7 @@ class ResultsPresenter : public QObject
     Q_PROPERTY(QString dropOverlayText READ dropOverlayText NOTIFY footerChanged)
 
     Q_PROPERTY(bool hasFailures READ hasFailures NOTIFY outcomeChanged)
+    Q_PROPERTY(bool canPutBack READ canPutBack NOTIFY outcomeChanged)
     Q_PROPERTY(QString outcomeHeadline READ outcomeHeadline NOTIFY outcomeChanged)
     Q_PROPERTY(QString outcomeSubline READ outcomeSubline NOTIFY outcomeChanged)
     Q_PROPERTY(QString outcomeSymbol READ outcomeSymbol NOTIFY outcomeChanged)
@@ -75,6 +76,8 @@ public:
     [[nodiscard]] QString statusText() const;
     [[nodiscard]] bool hasProtectedFiles() const { return m_hasProtectedFiles; }
     [[nodiscard]] bool hasFailures() const;
+    // Whether the finished uninstall moved anything that Put Back could return.
+    [[nodiscard]] bool canPutBack() const;
     [[nodiscard]] bool hasLogs() const;
     [[nodiscard]] bool canUninstall() const;
     [[nodiscard]] bool canCancel() const;

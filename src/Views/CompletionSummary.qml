@@ -12,6 +12,7 @@ Item {
     required property ResultsPresenter presenter
     required property MainViewModel viewModel
     signal viewLogsClicked()
+    signal putBackClicked()
 
     readonly property color tone: presenter.hasFailures ? Theme.orange : Theme.green
 
@@ -172,6 +173,16 @@ Item {
         RowLayout {
             Layout.alignment: Qt.AlignHCenter
             spacing: 12
+            CapsuleButton {
+                objectName: "putBackButton"
+                visible: summary.presenter.canPutBack
+                text: "Put Back"
+                symbol: "arrow.clockwise.circle.fill"
+                fontSize: 13
+                padY: 6
+                Accessible.description: "Move everything this uninstall moved back to where it was"
+                onClicked: summary.putBackClicked()
+            }
             CapsuleButton {
                 objectName: "viewLogsButton"
                 text: "View Logs"

@@ -9,6 +9,7 @@ Item {
     required property MainViewModel viewModel
     property bool isTargeted: false
     signal addAppClicked()
+    signal historyClicked()
 
     // Response 0.4 s, damping fraction 0.7.
     component Spring: SpringAnimation {
@@ -141,6 +142,40 @@ Item {
                 focus: true
                 Accessible.description: "Choose apps in the Applications folder"
                 onClicked: dropZone.addAppClicked()
+            }
+
+            Row {
+                anchors.horizontalCenter: parent.horizontalCenter
+                spacing: 10
+                CapsuleButton {
+                    objectName: "findLeftoversButton"
+                    text: dropZone.viewModel.isFindingLeftovers
+                          ? "Searching for Leftovers…" : "Find Leftovers of Deleted Apps"
+                    symbol: "tray.fill"
+                    fontSize: 13
+                    padX: 14
+                    padY: 7
+                    enabled: !dropZone.viewModel.isFindingLeftovers
+                    Accessible.description: "List what apps you already deleted left behind"
+                    onClicked: dropZone.viewModel.findLeftovers()
+                }
+                CapsuleButton {
+                    objectName: "historyButton"
+                    text: "History"
+                    symbol: "clock.fill"
+                    fontSize: 13
+                    padX: 14
+                    padY: 7
+                    Accessible.description: "Past uninstalls, to put them back"
+                    onClicked: dropZone.historyClicked()
+                }
+            }
+
+            Spinner {
+                objectName: "leftoversSpinner"
+                anchors.horizontalCenter: parent.horizontalCenter
+                visible: dropZone.viewModel.isFindingLeftovers
+                size: 16
             }
 
             CapsuleButton {

@@ -8,6 +8,8 @@ import Quenzo
 Item {
     id: root
     required property MainViewModel viewModel
+    // Put Back and the history; the window's own unless a test hands in one.
+    property PutBackPresenter putBack: PutBackPresenter {}
     // A drag that carries file URLs hovers over the window.
     property bool isTargeted: false
     readonly property bool showsDropOverlay: isTargeted && viewModel.sessionCount > 0
@@ -47,6 +49,7 @@ Item {
             viewModel: root.viewModel
             isTargeted: root.isTargeted
             onAddAppClicked: root.addApps()
+            onHistoryClicked: putBackSheet.openHistory()
         }
     }
 
@@ -58,8 +61,12 @@ Item {
         sourceComponent: ResultsView {
             objectName: "resultsView"
             viewModel: root.viewModel
-            shortcutsEnabled: !noticeAlert.visible
+            shortcutsEnabled: !noticeAlert.visible && !putBackSheet.visible
             onAddAppClicked: root.addApps()
+            onPutBackClicked: {
+                root.putBack.putBackRunStartedAt(root.viewModel.uninstallStarted)
+                putBackSheet.openSummary()
+            }
         }
     }
 
@@ -101,6 +108,12 @@ Item {
         id: addAppDialog
         objectName: "addAppDialog"
         viewModel: root.viewModel
+    }
+
+    PutBackSheet {
+        id: putBackSheet
+        objectName: "putBackSheet"
+        presenter: root.putBack
     }
 
     AlertDialog {

@@ -2,8 +2,11 @@
 #pragma once
 
 #include "ViewModels/AppPickerModel.h"
+#include "ViewModels/HistoryListModel.h"
 #include "ViewModels/LogListModel.h"
 #include "ViewModels/MainViewModel.h"
+#include "ViewModels/PutBackPresenter.h"
+#include "ViewModels/RestoreReportModel.h"
 #include "ViewModels/ResultsListModel.h"
 #include "ViewModels/ResultsPresenter.h"
 #include "ViewModels/SessionListModel.h"
@@ -74,4 +77,27 @@ struct AppPickerModelForeign
     Q_GADGET
     QML_FOREIGN(AppPickerModel)
     QML_NAMED_ELEMENT(AppPickerModel)
+};
+
+struct PutBackPresenterForeign
+{
+    Q_GADGET
+    QML_FOREIGN(PutBackPresenter)
+    QML_NAMED_ELEMENT(PutBackPresenter)
+};
+
+struct HistoryListModelForeign
+{
+    Q_GADGET
+    QML_FOREIGN(HistoryListModel)
+    QML_NAMED_ELEMENT(HistoryListModel)
+    QML_UNCREATABLE("Owned by PutBackPresenter")
+};
+
+struct RestoreReportModelForeign
+{
+    Q_GADGET
+    QML_FOREIGN(RestoreReportModel)
+    QML_NAMED_ELEMENT(RestoreReportModel)
+    QML_UNCREATABLE("Owned by PutBackPresenter")
 };

@@ -16,6 +16,7 @@ Item {
     readonly property bool showsList: resultsPresenter.body === ResultsPresenter.CategoryList
                                       || resultsPresenter.body === ResultsPresenter.AppList
     signal addAppClicked()
+    signal putBackClicked()
 
     ResultsPresenter {
         id: resultsPresenter
@@ -87,6 +88,7 @@ Item {
             presenter: resultsPresenter
             viewModel: view.viewModel
             onViewLogsClicked: view.showingLogs = true
+            onPutBackClicked: view.putBackClicked()
         }
     }
     Component {

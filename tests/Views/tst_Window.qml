@@ -572,4 +572,62 @@ TestCase {
         tryCompare(viewModel, "isScanning", false)
         compare([session(0).displayName, session(1).displayName], ["Console", "Writer"])
     }
+
+    function test_putBackFromTheCompletionScreenBringsTheFilesBack() {
+        view = createTemporaryObject(viewComponent, testCase,
+                                     { viewModel: viewModel, putBack: fixture.putBackPresenter() })
+        dropAndWait([addWriter(true)])
+        confirmAndUninstall()
+        tryCompare(viewModel, "isCompleted", true, 20000)
+        tryVerify(() => !fixture.uninstallRunning())
+        const moved = ["/Applications/Writer.app", "~/Library/Caches/com.example.Writer/Cache.db",
+                       "/Library/LaunchDaemons/com.example.Writer.helper.plist"]
+        for (const path of moved)
+            verify(!fixture.exists(path), path)
+
+        tryVerify(() => findChild(view, "putBackButton") && findChild(view, "putBackButton").visible)
+        mouseClick(child("putBackButton"))
+        const sheet = child("putBackSheet")
+        tryCompare(sheet, "opened", true)
+        tryCompare(view.putBack, "state", PutBackPresenter.Restored, 20000)
+        for (const path of moved)
+            verify(fixture.exists(path), path)
+        compare(child("putBackTitle").text, "Everything Is Back")
+        verify(child("putBackSummary").text.includes("not loaded again"))
+
+        // The history lists the run with nothing left to put back.
+        mouseClick(child("putBackDoneButton"))
+        tryCompare(sheet, "visible", false)
+        viewModel.clearSessions()
+        mouseClick(child("historyButton"))
+        tryCompare(sheet, "opened", true)
+        tryCompare(view.putBack, "isBusy", false)
+        const history = child("historyList")
+        compare(history.count, 1)
+        tryVerify(() => findChild(history, "historyPutBackButton") !== null)
+        verify(!findChild(history, "historyPutBackButton").enabled)
+    }
+
+    function test_leftoversOfDeletedAppsGoThroughTheUsualUninstall() {
+        // Tracer left a container of its own identifier: strong evidence. Sketch left a cache.
+        const tracer = ["~/Library/Application Support/com.gone.tracer/data",
+                        "~/Library/Containers/com.gone.tracer/Data/prefs"]
+        for (const path of tracer)
+            fixture.addFile(path, 2000)
+        fixture.addFile("~/Library/Caches/com.gone.sketch/cache.db", 500)
+        show()
+        mouseClick(child("findLeftoversButton"))
+        tryCompare(viewModel, "isFindingLeftovers", false)
+        tryCompare(viewModel, "sessionCount", 2)
+        const names = [session(0).bundleIdentifier, session(1).bundleIdentifier].sort()
+        compare(names, ["com.gone.sketch", "com.gone.tracer"])
+        compare(viewModel.selectedFilesCount, tracer.length)
+
+        confirmAndUninstall()
+        tryCompare(viewModel, "isCompleted", true, 20000)
+        for (const path of tracer)
+            verify(!fixture.exists(path), path)
+        verify(fixture.exists("~/Library/Caches/com.gone.sketch/cache.db"))
+        tryVerify(() => findChild(view, "putBackButton") && findChild(view, "putBackButton").visible)
+    }
 }

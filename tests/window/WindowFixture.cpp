@@ -9,8 +9,10 @@
 #include "Discovery/FileDiscoveryService.h"
 #include "Platform/PrivilegedShell.h"
 #include "Removal/AuthorizationService.h"
+#include "Removal/RestoreRun.h"
 #include "Removal/UninstallService.h"
 #include "ViewModels/MainViewModel.h"
+#include "ViewModels/PutBackPresenter.h"
 #include "fakemac/FakeMacRemovalTools.h"
 #include "fakemac/FakePrivilegedShell.h"
 
@@ -156,9 +158,10 @@ WindowFixture::WindowFixture(QObject *parent)
 {
     m_mac->activate();
     FakeMacRemovalTools::install(*m_mac);
-    UninstallService::Dependencies dependencies;
-    dependencies.authorization = std::make_shared<const AuthorizationService>(
+    m_authorization = std::make_shared<const AuthorizationService>(
         std::make_shared<PromptlessShell>(m_gates), FakePrivilegedShell::helper());
+    UninstallService::Dependencies dependencies;
+    dependencies.authorization = m_authorization;
     m_uninstall = std::make_shared<TrackedUninstall>(dependencies);
 }
 
@@ -271,6 +274,20 @@ MainViewModel *WindowFixture::viewModel()
         m_viewModel = new MainViewModel(std::move(dependencies), this);
     }
     return m_viewModel;
+}
+
+PutBackPresenter *WindowFixture::putBackPresenter()
+{
+    if (!m_putBack) {
+        PutBackPresenter::Dependencies dependencies;
+        dependencies.restore = [authorization = m_authorization](const UninstallRecord &record) {
+            RestoreRun::Dependencies rights;
+            rights.admin = RestoreMover::adminRights(authorization);
+            return RestoreRun(rights).run(record);
+        };
+        m_putBack = new PutBackPresenter(std::move(dependencies), this);
+    }
+    return m_putBack;
 }
 
 void WindowFixture::holdScan(const QString &identifier)

@@ -9,7 +9,9 @@
 #include <QUrl>
 #include <memory>
 
+class AuthorizationService;
 class MainViewModel;
+class PutBackPresenter;
 class HeldDiscovery;
 class TrackedUninstall;
 struct FixtureGates;
@@ -64,6 +66,8 @@ public:
     Q_INVOKABLE static void setAppearance(const QString &appearance);
     // The controller; one per fixture.
     Q_INVOKABLE MainViewModel *viewModel();
+    // Put Back with the real history and restore, its prompt answered like the uninstall's.
+    Q_INVOKABLE PutBackPresenter *putBackPresenter();
     // Discovery of the app with this identifier waits until releaseScans().
     Q_INVOKABLE void holdScan(const QString &identifier);
     Q_INVOKABLE void releaseScans();
@@ -76,7 +80,9 @@ private:
     std::shared_ptr<FixtureGates> m_gates;
     std::shared_ptr<HeldDiscovery> m_discovery;
     std::shared_ptr<TrackedUninstall> m_uninstall;
+    std::shared_ptr<const AuthorizationService> m_authorization;
     MainViewModel *m_viewModel = nullptr;
+    PutBackPresenter *m_putBack = nullptr;
     bool m_fullDiskAccess = true;
     QStringList m_openedUrls;
     QStringList m_copiedTexts;

@@ -3,6 +3,7 @@
 // with the real discovery and uninstall on a fake Mac laid out from the description (the demo
 // Mac by default).
 #include "ViewModels/MainViewModel.h"
+#include "ViewModels/PutBackPresenter.h"
 #include "Views/QuenzoUi.h"
 #include "WindowFixture.h"
 
@@ -296,6 +297,59 @@ bool shootMore(Shooter &shooter, WindowFixture &fixture)
     WindowFixture::setAppearance(QStringLiteral("light"));
     return ok;
 }
+
+// Put Back from the completion screen, the history of past uninstalls (light and dark) and the
+// leftovers of deleted apps.
+bool shootPutBackAndLeftovers(Shooter &shooter, WindowFixture &fixture)
+{
+    MainViewModel &viewModel = shooter.viewModel();
+    PutBackPresenter &putBack = *fixture.putBackPresenter();
+    const QString atlas = QStringLiteral("/Applications/Atlas Maps.app");
+    fixture.addApp(atlas, QStringLiteral("com.example.atlas"), QStringLiteral("3.0"),
+                   QStringLiteral("#2f9bd8"));
+    fixture.addFile(QStringLiteral("~/Library/Caches/com.example.atlas/tiles.db"), 420000);
+    fixture.addFile(QStringLiteral("~/Library/LaunchAgents/com.example.atlas.updater.plist"), 600);
+    // Something else took the place of the preferences after the uninstall.
+    const QString prefs = QStringLiteral("~/Library/Preferences/com.example.atlas.plist");
+    fixture.addFile(prefs, 900);
+    bool ok = shooter.drop({atlas});
+    ok &= shooter.uninstall();
+    fixture.addFile(prefs, 100);
+    QObject *button = shooter.find(QStringLiteral("putBackButton"));
+    ok &= button && QMetaObject::invokeMethod(button, "clicked");
+    ok &= waitUntil([&] { return putBack.state() == PutBackPresenter::State::Restored; });
+    ok &= shooter.shoot(QStringLiteral("26-put-back-summary"));
+
+    QObject *sheet = shooter.find(QStringLiteral("putBackSheet"));
+    if (sheet)
+        QMetaObject::invokeMethod(sheet, "close");
+    viewModel.clearSessions();
+    settle(300);
+    ok &= sheet && QMetaObject::invokeMethod(sheet, "openHistory");
+    ok &= waitUntil([&] { return !putBack.isBusy(); });
+    ok &= shooter.shoot(QStringLiteral("27-history"));
+    WindowFixture::setAppearance(QStringLiteral("dark"));
+    ok &= shooter.shoot(QStringLiteral("28-dark-history"));
+    WindowFixture::setAppearance(QStringLiteral("light"));
+    if (sheet)
+        QMetaObject::invokeMethod(sheet, "close");
+    settle(300);
+
+    // Two apps deleted by hand: one left its container (selected), one only loose files.
+    for (const auto &[path, size] :
+         {std::pair{QStringLiteral("~/Library/Containers/com.example.gone-editor/Data/state"),
+                    80000},
+          {QStringLiteral("~/Library/Application Support/com.example.gone-editor/docs.db"), 250000},
+          {QStringLiteral("~/Library/Caches/com.example.gone-editor/cache"), 64000},
+          {QStringLiteral("~/Library/Caches/com.pixelworks.framer/thumbs"), 31000},
+          {QStringLiteral("~/Library/Preferences/com.pixelworks.framer.plist"), 2000}})
+        fixture.addFile(path, size);
+    viewModel.findLeftovers();
+    ok &= waitUntil([&] { return !viewModel.isFindingLeftovers(); });
+    ok &= viewModel.sessionCount() > 0;
+    ok &= shooter.shoot(QStringLiteral("29-leftover-groups"));
+    return ok;
+}
 } // namespace
 
 int main(int argc, char *argv[])
@@ -333,11 +387,14 @@ int main(int argc, char *argv[])
     if (engine.rootObjects().isEmpty())
         return 1;
     Shooter shooter(engine, fixture, outDir);
+    setProperty(shooter.find(QStringLiteral("mainView")), "putBack",
+                QVariant::fromValue(fixture.putBackPresenter()));
     bool ok = shootDropZone(shooter, fixture);
     ok &= shootResults(shooter, fixture);
     ok &= shootConfirmations(shooter);
     ok &= shootUninstalls(shooter, fixture);
     ok &= shootMore(shooter, fixture);
+    ok &= shootPutBackAndLeftovers(shooter, fixture);
 
     shooter.viewModel().clearSessions();
     shooter.viewModel().handleDroppedFiles({fixture.documentUrl()});

@@ -1,0 +1,180 @@
+// SPDX-License-Identifier: MIT
+// Put Back in the window: the history's rows, the restore's report and the presenter's choices.
+#include "ViewModels/PutBackPresenter.h"
+
+#include <QAbstractItemModelTester>
+#include <QSignalSpy>
+#include <QTest>
+
+using namespace Qt::StringLiterals;
+using State = UninstallRecord::State;
+using Outcome = RestoreRun::Outcome;
+
+Q_DECLARE_METATYPE(UninstallRecord::State)
+Q_DECLARE_METATYPE(RestoreRun::Outcome)
+
+namespace {
+const QDateTime kStart = QDateTime::fromString(u"2026-05-04T10:00:00.000Z"_s, Qt::ISODateWithMs);
+
+UninstallRecord record(const QString &name, int secondsAfterStart, const QList<State> &states)
+{
+    UninstallRecord result;
+    result.fileName = name;
+    result.time = kStart.addSecs(secondsAfterStart);
+    for (qsizetype i = 0; i < states.size(); ++i) {
+        UninstallRecord::Item item;
+        item.path = "/item/" + QByteArray::number(i);
+        item.app = u"Writer"_s;
+        item.size = 1000;
+        item.state = states.at(i);
+        result.items.append(item);
+    }
+    return result;
+}
+
+RestoreRun::Report report(const QList<Outcome> &outcomes)
+{
+    RestoreRun::Report result;
+    for (qsizetype i = 0; i < outcomes.size(); ++i) {
+        RestoreRun::ItemReport line;
+        line.item.path = "/item/" + QByteArray::number(i);
+        line.outcome = outcomes.at(i);
+        result.items.append(line);
+    }
+    return result;
+}
+
+QVariant cell(const QAbstractItemModel &model, int row, auto role)
+{
+    return model.data(model.index(row, 0), int(role));
+}
+} // namespace
+
+class TestPutBack : public QObject
+{
+    Q_OBJECT
+
+private slots:
+    void historyRow_data()
+    {
+        QTest::addColumn<QList<State>>("states");
+        QTest::addColumn<bool>("canPutBack");
+        QTest::addColumn<QString>("detailStart");
+        QTest::addColumn<QString>("detailEnd");
+
+        QTest::newRow("all in the Trash")
+            << QList{State::moved, State::moved} << true << u"2 items, "_s << u"KB"_s;
+        QTest::newRow("all put back")
+            << QList{State::restored} << false << u"1 item, "_s << u"all put back"_s;
+        QTest::newRow("partly put back; a planned item never counts")
+            << QList{State::moved, State::restored, State::planned} << true << u"2 items, "_s
+            << u"1 put back"_s;
+        QTest::newRow("interrupted before any move")
+            << QList{State::planned} << false << u"0 items, "_s << u"KB"_s;
+    }
+
+    void historyRow()
+    {
+        QFETCH(QList<State>, states);
+        HistoryListModel model;
+        QAbstractItemModelTester tester(&model);
+        model.setRecords({record(u"r"_s, 0, states)});
+        using Role = HistoryListModel::Role;
+        QTEST(cell(model, 0, Role::canPutBack).toBool(), "canPutBack");
+        const QString detail = cell(model, 0, Role::detailText).toString();
+        QFETCH(QString, detailStart);
+        QFETCH(QString, detailEnd);
+        QVERIFY2(detail.startsWith(detailStart) && detail.endsWith(detailEnd), qPrintable(detail));
+        QVERIFY(cell(model, 0, Role::accessibleName).toString().contains(detail));
+    }
+
+    void recordOfTheRunJustFinished_data()
+    {
+        QTest::addColumn<int>("startedAfter");
+        QTest::addColumn<QString>("expected");
+
+        QTest::newRow("the newest since the start") << 0 << u"late"_s;
+        QTest::newRow("an earlier run is never taken") << 5 << QString();
+        QTest::newRow("the start itself counts") << 3 << u"late"_s;
+    }
+
+    void recordOfTheRunJustFinished()
+    {
+        QFETCH(int, startedAfter);
+        const QList<UninstallRecord> records{record(u"before"_s, -10, {}), record(u"late"_s, 3, {}),
+                                             record(u"early"_s, 1, {})};
+        const auto chosen =
+            PutBackPresenter::recordStartedAt(records, kStart.addSecs(startedAfter));
+        QTEST(chosen ? chosen->fileName : QString(), "expected");
+    }
+
+    void headline_data()
+    {
+        QTest::addColumn<QList<Outcome>>("outcomes");
+        QTest::addColumn<QString>("headline");
+
+        QTest::newRow("everything")
+            << QList{Outcome::restored, Outcome::forgotten} << u"Everything Is Back"_s;
+        QTest::newRow("something occupied its place")
+            << QList{Outcome::restored, Outcome::occupied} << u"Some Items Stayed in the Trash"_s;
+        QTest::newRow("prompt dismissed") << QList{Outcome::canceled} << u"Nothing was put back"_s;
+    }
+
+    void headline()
+    {
+        QFETCH(QList<Outcome>, outcomes);
+        QTEST(PutBackPresenter::headlineFor(report(outcomes)), "headline");
+    }
+
+    void reportListsWhatStayedFirst()
+    {
+        RestoreReportModel model;
+        QAbstractItemModelTester tester(&model);
+        RestoreRun::Report run = report(
+            {Outcome::restored, Outcome::occupied, Outcome::alreadyRestored, Outcome::failed});
+        run.items[3].message = u"Permission denied"_s;
+        model.setReport(run);
+        using Role = RestoreReportModel::Role;
+        QStringList paths;
+        QList<bool> back;
+        for (int row = 0; row < model.rowCount(); ++row) {
+            paths << cell(model, row, Role::path).toString();
+            back << cell(model, row, Role::isBack).toBool();
+        }
+        QCOMPARE(paths, QStringList({u"/item/1"_s, u"/item/3"_s, u"/item/0"_s, u"/item/2"_s}));
+        QCOMPARE(back, QList({false, false, true, true}));
+        QVERIFY(cell(model, 1, Role::outcomeText).toString().endsWith(u"Permission denied"_s));
+    }
+
+    // The row's record is put back, once, and the history is read again afterwards.
+    void putBackRestoresTheRowsRecordOnce()
+    {
+        QList<UninstallRecord> stored{record(u"old"_s, 0, {State::moved}),
+                                      record(u"new"_s, 60, {State::moved})};
+        QStringList restored;
+        PutBackPresenter::Dependencies dependencies;
+        dependencies.loadRecords = [&] { return stored; };
+        dependencies.restore = [&](const UninstallRecord &chosen) {
+            restored << chosen.fileName;
+            stored[0].items[0].state = State::restored;
+            return report({Outcome::restored});
+        };
+        PutBackPresenter presenter(dependencies);
+        presenter.loadHistory();
+        QTRY_COMPARE(presenter.state(), PutBackPresenter::State::Idle);
+        using Role = HistoryListModel::Role;
+        QCOMPARE(cell(*presenter.historyModel(), 0, Role::fileName).toString(), u"new"_s);
+
+        presenter.putBack(1);
+        presenter.putBack(0); // ignored: one restore at a time
+        QTRY_COMPARE(presenter.state(), PutBackPresenter::State::Restored);
+        QCOMPARE(restored, QStringList{u"old"_s});
+        QCOMPARE(presenter.headline(), u"Everything Is Back"_s);
+        QVERIFY(!cell(*presenter.historyModel(), 1, Role::canPutBack).toBool());
+        presenter.dismissSummary();
+        QCOMPARE(presenter.state(), PutBackPresenter::State::Idle);
+    }
+};
+
+QTEST_GUILESS_MAIN(TestPutBack)
+#include "tst_PutBack.moc"
