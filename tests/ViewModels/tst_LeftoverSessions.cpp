@@ -1,6 +1,8 @@
 // SPDX-License-Identifier: MIT
 // Leftovers of deleted apps as sessions of the usual uninstall.
+#include "Platform/RunningApplications.h"
 #include "Removal/AuthorizationService.h"
+#include "Removal/ProcessService.h"
 #include "Removal/UninstallService.h"
 #include "ViewModels/LeftoverSessions.h"
 #include "fakemac/FakeMacRemovalTools.h"
@@ -8,7 +10,6 @@
 #include "support/SessionRun.h"
 #include "support/TemporaryFakeMac.h"
 
-#include <QProcess>
 #include <QTest>
 
 using namespace Qt::StringLiterals;
@@ -22,6 +23,24 @@ FileItem leftover(const QString &path, FileCategory category, bool selected)
     item.isSelected = selected;
     return item;
 }
+
+// A process of the deleted app's identifier that never quits; counts the requests to quit.
+class StillRunning : public RunningApplications
+{
+public:
+    QAtomicInt signalled;
+    QList<RunningApplication> list() const override
+    {
+        RunningApplication tracer;
+        tracer.processIdentifier = 4242;
+        tracer.bundleIdentifier = u"com.gone.tracer"_s;
+        return {tracer};
+    }
+    qint64 ownProcessIdentifier() const override { return 1; }
+    void terminate(const RunningApplication &) override { signalled.ref(); }
+    void forceTerminate(const RunningApplication &) override { signalled.ref(); }
+    bool isTerminated(const RunningApplication &) const override { return false; }
+};
 } // namespace
 
 class TestLeftoverSessions : public QObject
@@ -69,19 +88,16 @@ private slots:
         QTEST(counts, "itemCounts");
     }
 
-    // A program still running under the deleted app's identifier is not the leftovers' to stop.
+    // A program still running under the deleted app's identifier (as the Mac reports it) is not
+    // the leftovers' to stop.
     void removalQuitsNoProcessOfTheSameIdentifier()
     {
         TemporaryFakeMac mac;
         QVERIFY(mac.isValid());
         mac.activate();
         FakeMacRemovalTools::install(mac);
-        const QString program = FakeMacRemovalTools::addRunnableApp(
-            mac, u"/Applications/Tracer.app"_s, u"com.gone.tracer"_s);
         const QString cache = mac.addTextFile(u"~/Library/Caches/com.gone.tracer/c"_s, "x");
-        QProcess running;
-        running.start(program, {u"300"_s});
-        QVERIFY(running.waitForStarted());
+        const auto applications = std::make_shared<StillRunning>();
 
         const auto entries = LeftoverSessions::fromGroups(
             {OrphanGroup{u"Tracer"_s,
@@ -91,16 +107,15 @@ private slots:
         UninstallService::Dependencies dependencies;
         dependencies.authorization = std::make_shared<const AuthorizationService>(
             std::make_shared<FakePrivilegedShell>(), FakePrivilegedShell::helper());
+        dependencies.process = std::make_shared<const ProcessService>(
+            ProcessService::Dependencies{applications, {}, [](std::chrono::milliseconds) {}});
         UninstallService service(dependencies);
         const auto session = SessionRun::readySession(entries.first().app, entries.first().items);
         QVERIFY(SessionRun::toCompletion(service, {session}));
 
         QCOMPARE(session->removedCount(), 1);
         QVERIFY(!QFileInfo::exists(cache));
-        QTest::qWait(200);
-        QCOMPARE(running.state(), QProcess::Running);
-        running.kill();
-        running.waitForFinished();
+        QCOMPARE(applications->signalled.loadRelaxed(), 0);
     }
 };
 

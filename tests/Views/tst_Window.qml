@@ -578,7 +578,7 @@ TestCase {
                                      { viewModel: viewModel, putBack: fixture.putBackPresenter() })
         dropAndWait([addWriter(true)])
         confirmAndUninstall()
-        tryCompare(viewModel, "isCompleted", true, 20000)
+        tryCompare(viewModel, "isCompleted", true, 60000)
         tryVerify(() => !fixture.uninstallRunning())
         const moved = ["/Applications/Writer.app", "~/Library/Caches/com.example.Writer/Cache.db",
                        "/Library/LaunchDaemons/com.example.Writer.helper.plist"]
@@ -589,7 +589,7 @@ TestCase {
         mouseClick(child("putBackButton"))
         const sheet = child("putBackSheet")
         tryCompare(sheet, "opened", true)
-        tryCompare(view.putBack, "state", PutBackPresenter.Restored, 20000)
+        tryCompare(view.putBack, "state", PutBackPresenter.Restored, 60000)
         for (const path of moved)
             verify(fixture.exists(path), path)
         compare(child("putBackTitle").text, "Everything Is Back")
@@ -624,7 +624,7 @@ TestCase {
         compare(viewModel.selectedFilesCount, tracer.length)
 
         confirmAndUninstall()
-        tryCompare(viewModel, "isCompleted", true, 20000)
+        tryCompare(viewModel, "isCompleted", true, 60000)
         for (const path of tracer)
             verify(!fixture.exists(path), path)
         verify(fixture.exists("~/Library/Caches/com.gone.sketch/cache.db"))
