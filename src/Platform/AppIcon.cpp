@@ -4,7 +4,7 @@
 #include "BigEndian.h"
 #include "Bundle.h"
 #include "LogCategories.h"
-#include "NativeServices.h"
+#include "SystemLayout.h"
 
 #if defined(Q_OS_MACOS)
 #include "mac/WorkspaceIcon.h"
@@ -100,7 +100,7 @@ std::optional<QByteArray> extract(const QString &bundlePath)
 {
 #if defined(Q_OS_MACOS)
     // The system also knows icons that live in asset catalogs or were set in the Finder.
-    if (NativeServices::serveFiles()) {
+    if (SystemLayout::usesNativeFileServices()) {
         if (auto icon = WorkspaceIcon::pngForFile(bundlePath))
             return icon;
     }

@@ -17,9 +17,8 @@ namespace NativeServices {
 #endif
 }
 
-// The services that act on the user's own files (the Trash, its folder, file icons) know only
-// the real machine; a fake Mac, even on a Mac, keeps the portable code so that everything stays
-// inside its root and home. True on macOS with root "/".
-[[nodiscard]] bool serveFiles();
+// Whether they also serve the user's own files depends on the root: see
+// SystemLayout::usesNativeFileServices(). This header knows nothing of the layout, so the layout
+// can ask it without a circle.
 
 } // namespace NativeServices

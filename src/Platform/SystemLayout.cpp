@@ -7,6 +7,8 @@
 #include <QDir>
 #include <QFile>
 
+#include <atomic>
+
 #include <pwd.h>
 #include <unistd.h>
 
@@ -19,6 +21,7 @@
 namespace {
 QString g_root = QStringLiteral("/");
 QString g_home = QDir::homePath();
+std::atomic<quint64> g_generation{0};
 
 QString cleaned(const QString &path)
 {
@@ -61,12 +64,24 @@ void SystemLayout::set(const QString &root, const QString &home)
 {
     g_root = cleaned(root);
     g_home = home.isEmpty() ? defaultHome(g_root) : cleaned(home);
+    ++g_generation;
 }
 
 void SystemLayout::reset()
 {
     g_root = QStringLiteral("/");
     g_home = QDir::homePath();
+    ++g_generation;
+}
+
+quint64 SystemLayout::generation()
+{
+    return g_generation.load();
+}
+
+bool SystemLayout::usesNativeFileServices()
+{
+    return NativeServices::available() && !isFakeRoot();
 }
 
 QString SystemLayout::root()
@@ -151,7 +166,7 @@ QStringList SystemLayout::darwinUserDirectories()
 QString SystemLayout::trashDirectory()
 {
 #if defined(Q_OS_MACOS)
-    if (NativeServices::serveFiles()) {
+    if (usesNativeFileServices()) {
         if (auto trash = FileManagerTrash::trashDirectory())
             return *trash;
     }

@@ -42,6 +42,15 @@ public:
     // every call (the fake Mac's file may change), so callers that check often keep a copy.
     [[nodiscard]] static QStringList darwinUserDirectories();
 
+    // The services that act on the user's own files (the Trash, its folder, file icons) know
+    // only the real machine; a fake Mac, even on a Mac, keeps the portable code so that
+    // everything stays inside its root and home. True on macOS with root "/".
+    [[nodiscard]] static bool usesNativeFileServices();
+
+    // Counts set() and reset() calls: whoever keeps tables built from the layout rebuilds them
+    // when this changes.
+    [[nodiscard]] static quint64 generation();
+
     // The user's Trash folder: the one NSFileManager names on a real Mac, else HOME/.Trash.
     [[nodiscard]] static QString trashDirectory();
 

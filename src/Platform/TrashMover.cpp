@@ -1,7 +1,6 @@
 // SPDX-License-Identifier: MIT
 #include "TrashMover.h"
 
-#include "NativeServices.h"
 #include "RenamingTrashMover.h"
 #include "SystemLayout.h"
 
@@ -19,7 +18,7 @@
 std::shared_ptr<const TrashMover> TrashMover::system()
 {
 #if defined(Q_OS_MACOS)
-    if (NativeServices::serveFiles())
+    if (SystemLayout::usesNativeFileServices())
         return std::make_shared<const FileManagerTrash>();
 #endif
     return std::make_shared<const RenamingTrashMover>();

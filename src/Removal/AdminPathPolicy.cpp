@@ -5,6 +5,9 @@
 #include "Platform/SystemLayout.h"
 
 #include <QList>
+#include <QMutex>
+
+#include <memory>
 
 namespace {
 
@@ -26,9 +29,23 @@ QString macPath(const char *macRoot)
     return SystemLayout::path(QLatin1String(macRoot));
 }
 
-QStringList deniedRoots()
+// The policy's tables for one layout. Built once per layout, on the first check after
+// SystemLayout::set or reset: checks are many (every item of a plan, twice) and must not read
+// the fake Mac's darwin-user-dirs file each time.
+struct Tables
 {
-    return {
+    quint64 layoutGeneration = 0;
+    QStringList darwinDirectories;
+    QStringList deniedRoots;
+    QList<AllowedRoot> allowedRoots;
+};
+
+Tables buildTables()
+{
+    Tables tables;
+    tables.layoutGeneration = SystemLayout::generation();
+    tables.darwinDirectories = SystemLayout::darwinUserDirectories();
+    tables.deniedRoots = {
         homePath("/Library/Keychains"),
         homePath("/Library/Mail"),
         homePath("/Library/Messages"),
@@ -36,11 +53,7 @@ QStringList deniedRoots()
         macPath("/Library/Application Support/com.apple.TCC"),
         macPath("/Library/Preferences/SystemConfiguration"),
     };
-}
-
-QList<AllowedRoot> allowedRoots()
-{
-    QList<AllowedRoot> roots{
+    tables.allowedRoots = {
         {macPath("/Applications"), 1},
         {homePath("/Applications"), 1},
         {homePath("/Library"), 2},
@@ -57,12 +70,23 @@ QList<AllowedRoot> allowedRoots()
     };
     // A malformed entry (empty once its "/" is gone, relative, not clean) would widen the
     // policy to far more than one folder, so it is left out.
-    for (const QString &directory : AdminPathPolicy::userDarwinDirectories()) {
+    for (const QString &directory : std::as_const(tables.darwinDirectories)) {
         if (directory.startsWith(QLatin1Char('/')) && standardized(directory) == directory &&
             directory != QLatin1String("/"))
-            roots.append({directory, 1});
+            tables.allowedRoots.append({directory, 1});
     }
-    return roots;
+    return tables;
+}
+
+// Shared by every thread that checks; a reader keeps its copy alive while it uses it.
+std::shared_ptr<const Tables> currentTables()
+{
+    static QMutex mutex;
+    static std::shared_ptr<const Tables> tables;
+    const QMutexLocker lock(&mutex);
+    if (!tables || tables->layoutGeneration != SystemLayout::generation())
+        tables = std::make_shared<const Tables>(buildTables());
+    return tables;
 }
 
 bool isNewline(char32_t c)
@@ -91,10 +115,9 @@ QString standardized(const QString &absolutePath)
 
 // Denied roots are matched ignoring case: Mac volumes usually are case-insensitive, and a
 // refusal must not be dodged by writing "keychains".
-bool isUnderDeniedRoot(const QString &path)
+bool isUnderDeniedRoot(const Tables &tables, const QString &path)
 {
-    const QStringList denied = deniedRoots();
-    for (const QString &root : denied) {
+    for (const QString &root : tables.deniedRoots) {
         if (path.compare(root, Qt::CaseInsensitive) == 0 ||
             path.startsWith(root + QLatin1Char('/'), Qt::CaseInsensitive))
             return true;
@@ -102,10 +125,9 @@ bool isUnderDeniedRoot(const QString &path)
     return false;
 }
 
-bool isUnderAllowedRoot(const QString &path)
+bool isUnderAllowedRoot(const Tables &tables, const QString &path)
 {
-    const QList<AllowedRoot> allowed = allowedRoots();
-    for (const AllowedRoot &root : allowed) {
+    for (const AllowedRoot &root : tables.allowedRoots) {
         const QString prefix = root.path + QLatin1Char('/');
         if (!path.startsWith(prefix))
             continue;
@@ -127,9 +149,10 @@ bool AdminPathPolicy::isAllowed(const QString &path)
         return false;
     if (standardized(path) != path)
         return false;
-    if (isUnderDeniedRoot(path))
+    const std::shared_ptr<const Tables> tables = currentTables();
+    if (isUnderDeniedRoot(*tables, path))
         return false;
-    return isUnderAllowedRoot(path);
+    return isUnderAllowedRoot(*tables, path);
 }
 
 bool AdminPathPolicy::isValidPackageID(const QString &id)
@@ -144,7 +167,7 @@ QString AdminPathPolicy::trashDirectory()
 
 QStringList AdminPathPolicy::userDarwinDirectories()
 {
-    return SystemLayout::darwinUserDirectories();
+    return currentTables()->darwinDirectories;
 }
 
 bool AdminPathPolicy::hasForbiddenCharacter(const QString &text)

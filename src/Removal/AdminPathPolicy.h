@@ -6,7 +6,10 @@
 
 // The last check before a path or package identifier reaches a shell that runs as root.
 // Purely textual: nothing is looked up on disk and no link is resolved. Mac roots lie under
-// SystemLayout::root(), "~" roots under SystemLayout::home(); tables are built on every call.
+// SystemLayout::root(), "~" roots under SystemLayout::home(). The tables are built once per
+// layout, at the first check after SystemLayout::set or reset, and kept until the layout changes
+// again; a fake Mac's darwin-user-dirs file is read then, so whoever rewrites it sets the layout
+// again.
 class AdminPathPolicy
 {
 public:
@@ -20,6 +23,7 @@ public:
     [[nodiscard]] static bool hasForbiddenCharacter(const QString &text);
     // The user's Trash folder: HOME/.Trash.
     [[nodiscard]] static QString trashDirectory();
-    // The per-user cache and temporary folders, cache first, without their trailing "/".
+    // The per-user cache and temporary folders, cache first, without their trailing "/", as the
+    // tables hold them.
     [[nodiscard]] static QStringList userDarwinDirectories();
 };

@@ -195,6 +195,7 @@ void TestAdminPathPolicy::ignoresMalformedDarwinDirectories()
     QVERIFY(!AdminPathPolicy::isAllowed(QStringLiteral("/etc")));
     QVERIFY(!AdminPathPolicy::isAllowed(resolved(QStringLiteral("R/etc"))));
     writeDarwinDirectories(QStringLiteral("%1/var/../etc/\n").arg(SystemLayout::root()).toUtf8());
+    SystemLayout::set(SystemLayout::root(), SystemLayout::home());
     QVERIFY(!AdminPathPolicy::isAllowed(resolved(QStringLiteral("R/var/../etc/x"))));
     QVERIFY(!AdminPathPolicy::isAllowed(resolved(QStringLiteral("R/etc/x"))));
 }
