@@ -166,6 +166,8 @@ private slots:
         uninstall(session);
         QCOMPARE(session->removedCount(), 3);
         QVERIFY(!messages(*session).contains(u"Moved to trash: ~/Library/Caches/gone"_s));
+        // The user's own item that is gone is not taken to the prompt.
+        QVERIFY(messages(*session).contains(u"Asking for administrator permission for 1 items"_s));
         QVERIFY(
             messages(*session).contains(u"Moved to trash (admin): "_s + u"/Library/Caches/gone"_s));
     }
