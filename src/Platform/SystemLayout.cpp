@@ -130,7 +130,10 @@ bool SystemLayout::isInSystemFolder(const QString &realPath)
 
 QString SystemLayout::displayPath(const QString &path)
 {
-    QString shown = g_home.isEmpty() ? path : QString(path).replace(g_home, QStringLiteral("~"));
+    // The home only as the leading folder: "/Users/alice2" is not "~2" for the home "/Users/alice".
+    QString shown = path;
+    if (!g_home.isEmpty() && (path == g_home || path.startsWith(g_home + QLatin1Char('/'))))
+        shown.replace(0, g_home.size(), QStringLiteral("~"));
     // On a fake Mac the rest is shown as the Mac sees it, without the folder that stands for "/".
     if (isFakeRoot() && shown.startsWith(g_root + QLatin1Char('/')))
         shown.remove(0, g_root.size());

@@ -33,8 +33,8 @@ public:
     // through links resolve them first.
     [[nodiscard]] static bool isInSystemFolder(const QString &realPath);
 
-    // Every occurrence of the home folder replaced by "~"; on a fake Mac, a path under root is
-    // then shown as its Mac path.
+    // A path in the home folder shown from "~"; on a fake Mac, a path under root is then shown
+    // as its Mac path.
     [[nodiscard]] static QString displayPath(const QString &path);
 
     // The per-user cache and temporary folders, cache first, each without one trailing "/":

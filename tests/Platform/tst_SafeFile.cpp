@@ -16,6 +16,8 @@
 
 using namespace Qt::StringLiterals;
 
+Q_DECLARE_METATYPE(SafeFile::Links)
+
 class TestSafeFile : public QObject
 {
     Q_OBJECT
@@ -78,6 +80,34 @@ private slots:
         QVERIFY(!opened || !opened->identifier());
         QVERIFY(!SafeFile::read(m_mac->path(u"/Applications/Writer.app/Contents/Info.plist"_s),
                                 1024, SafeFile::Links::follow));
+    }
+
+    void readsOnlyWhatItMay_data()
+    {
+        QTest::addColumn<bool>("throughLink");
+        QTest::addColumn<SafeFile::Links>("links");
+        QTest::addColumn<int>("size");
+        QTest::addColumn<bool>("read"); // with a limit of 10 bytes
+        using L = SafeFile::Links;
+        QTest::newRow("file at the limit") << false << L::refuse << 10 << true;
+        QTest::newRow("file past the limit") << false << L::follow << 11 << false;
+        QTest::newRow("link followed") << true << L::follow << 10 << true;
+        QTest::newRow("link refused") << true << L::refuse << 10 << false;
+    }
+
+    void readsOnlyWhatItMay()
+    {
+        QFETCH(bool, throughLink);
+        QFETCH(SafeFile::Links, links);
+        QFETCH(int, size);
+        QFETCH(bool, read);
+        const QString file = m_mac->addTextFile(u"/data/file"_s, QByteArray(size, 'x'));
+        const QString link = m_mac->path(u"/data/link"_s);
+        QVERIFY(QFile::link(file, link));
+        const auto bytes = SafeFile::read(throughLink ? link : file, 10, links);
+        QCOMPARE(bytes.has_value(), read);
+        if (read)
+            QCOMPARE(bytes->size(), size);
     }
 
     // The whole scan of the command line, with FIFOs where a launch agent, an installed app's

@@ -9,7 +9,10 @@
 #include "fakemac/FakePrivilegedShell.h"
 #include "support/TemporaryFakeMac.h"
 
+#include <QProcess>
 #include <QTest>
+
+#include <unistd.h>
 
 using namespace Qt::StringLiterals;
 
@@ -183,6 +186,42 @@ private slots:
                 .removeWithAdminPrivileges({{a, resolved(u"a"_s)}, {b, resolved(u"b"_s)}}, {}, {});
         QCOMPARE(!report.error, readable);
         QCOMPARE(report.moves.size(), believed);
+    }
+
+    // The helper's own checks, whatever asked it: one move of ROOT/Library/Caches/NAME into
+    // the Trash, answered "moved" (to "~/.Trash/...") or "failed" (with the reason).
+    void helperChecksEachMove_data()
+    {
+        QTest::addColumn<QByteArray>("name");
+        QTest::addColumn<bool>("otherUser"); // the helper acts for a user who owns no home here
+        QTest::addColumn<QByteArray>("answer");
+        QTest::newRow("name that is not UTF-8")
+            << "w\xff"_ba << false << "The name is not valid UTF-8"_ba;
+        QTest::newRow("home of another user")
+            << "x"_ba << true << "The home folder does not belong to the user"_ba;
+        QTest::newRow("hidden name taken in the Trash") << ".x"_ba << false << "~/.Trash/.x 2"_ba;
+    }
+
+    void helperChecksEachMove()
+    {
+        QFETCH(QByteArray, name);
+        QFETCH(bool, otherUser);
+        QFETCH(QByteArray, answer);
+        m_mac->addTextFile(u"/Library/Caches/x"_s, "x");
+        m_mac->addTextFile(u"/Library/Caches/.x"_s, "x");
+        m_mac->addTextFile(u"~/.Trash/.x"_s, "older");
+        const QByteArray home = QFile::encodeName(m_mac->home());
+        const QByteArray source = QFile::encodeName(m_mac->path(u"/Library/Caches/"_s)) + name;
+        QProcess helper;
+        helper.start(FakePrivilegedShell::helper(),
+                     {u"--root"_s, m_mac->root(), u"--home"_s, m_mac->home(), u"--user"_s,
+                      QString::number(otherUser ? 65534 : ::getuid())});
+        helper.write(HelperBatch::encode(HelperRecord{"move", {source, home + "/.Trash/" + name}}));
+        helper.closeWriteChannel();
+        QVERIFY(helper.waitForFinished());
+        const auto results = HelperBatch::parseResults(helper.readAllStandardOutput());
+        QVERIFY(results && results->size() == 1);
+        QCOMPARE(results->first().fields.value(1).replace(home, "~"), answer);
     }
 
     void nothingToRunShowsNoPrompt()

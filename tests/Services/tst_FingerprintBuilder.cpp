@@ -17,6 +17,7 @@ private slots:
     void names_data();
     void names();
     void embeddedBundlesOfTheSameVendorOnly();
+    void embeddedBundlesWithoutAVendorPrefix();
     void siblingsAndGroupSharers();
 };
 
@@ -111,6 +112,18 @@ void tst_FingerprintBuilder::embeddedBundlesOfTheSameVendorOnly()
     QCOMPARE(fp.executableNames, (QSet<QString>{u"writer"_s, u"writer launcher"_s, u"share"_s}));
     // Apps inside the app are not other installed apps.
     QVERIFY(fp.otherAppIDs.isEmpty());
+}
+
+void tst_FingerprintBuilder::embeddedBundlesWithoutAVendorPrefix()
+{
+    // A two-letter vendor gives no prefix: only identifiers that continue the app's own count.
+    DiscoveryScene scene;
+    const AppInfo tool = scene.addApp(u"/Applications/Tool.app"_s, u"com.ab.tool"_s);
+    scene.addApp(u"/Applications/Tool.app/Contents/PlugIns/Helper.appex"_s,
+                 u"com.ab.tool.helper"_s);
+    scene.addApp(u"/Applications/Tool.app/Contents/PlugIns/Kit.appex"_s, u"com.ab.toolkit"_s);
+    const Fingerprint fp = FingerprintBuilder(ToolRunner()).build(tool);
+    QCOMPARE(fp.bundleIDs, (QSet<QString>{u"com.ab.tool"_s, u"com.ab.tool.helper"_s}));
 }
 
 void tst_FingerprintBuilder::siblingsAndGroupSharers()

@@ -166,6 +166,8 @@ private slots:
         uninstall(session);
         QCOMPARE(session->removedCount(), 3);
         QVERIFY(!messages(*session).contains(u"Moved to trash: ~/Library/Caches/gone"_s));
+        // The user's own item that is gone is not taken to the prompt.
+        QVERIFY(messages(*session).contains(u"Asking for administrator permission for 1 items"_s));
         QVERIFY(
             messages(*session).contains(u"Moved to trash (admin): "_s + u"/Library/Caches/gone"_s));
     }
@@ -368,6 +370,19 @@ private slots:
             QCOMPARE(trashAfter, trashBefore);
         if (attack == u"not utf-8") // Qt itself could not remove it
             QCOMPARE(::unlink((QFile::encodeName(home) + "/Library/Caches/w\xff").constData()), 0);
+    }
+
+    // Root stops only a daemon whose property list is a plain file: never what a link names.
+    void daemonThatIsALinkIsNotBootedOut()
+    {
+        const QString target = m_mac->addTextFile(u"/Users/Shared/victim.plist"_s, "<plist/>");
+        FileItem daemon =
+            item(m_mac->addSymlink(u"/Library/LaunchDaemons/com.acme.writer.plist"_s, target));
+        daemon.category = FileCategory::launchDaemons;
+        FakeMacRemovalTools::setLoadedJobs(*m_mac, {daemon.path});
+        uninstall(makeSession({daemon}));
+        for (const QStringList &call : m_mac->calls())
+            QVERIFY2(!call.contains(u"bootout"_s), qPrintable(call.join(u' ')));
     }
 
     // Far past any argument-length limit, in one prompt.

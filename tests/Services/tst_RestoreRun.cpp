@@ -9,6 +9,8 @@
 #include <QFile>
 #include <QTest>
 
+#include <unistd.h>
+
 using namespace Qt::StringLiterals;
 using Outcome = RestoreRun::Outcome;
 
@@ -37,11 +39,13 @@ class TestRestoreRun : public QObject
         return item;
     }
 
-    RestoreRun::Report restore(const QList<UninstallRecord::Item> &items)
+    RestoreRun::Report
+    restore(const QList<UninstallRecord::Item> &items,
+            FakePrivilegedShell::Behaviour behaviour = FakePrivilegedShell::Behaviour::runAsCaller)
     {
         UninstallRecord record;
         record.items = items;
-        m_shell = std::make_shared<FakePrivilegedShell>();
+        m_shell = std::make_shared<FakePrivilegedShell>(behaviour);
         return RestoreRun({nullptr,
                            RestoreMover::adminRights(std::make_shared<AuthorizationService>(
                                m_shell, FakePrivilegedShell::helper())),
@@ -62,7 +66,8 @@ private slots:
     void outcomes_data()
     {
         QTest::addColumn<bool>("admin");
-        QTest::addColumn<QString>("change"); // "", "occupy", "empty trash", "link folder"
+        // "", "occupy", "empty trash", "link folder", "user owned"
+        QTest::addColumn<QString>("change");
         QTest::addColumn<Outcome>("outcome");
         for (const bool admin : {false, true}) {
             const char *rights = admin ? "admin" : "user";
@@ -74,6 +79,10 @@ private slots:
             QTest::addRow("%s: folder replaced by a link", rights)
                 << admin << u"link folder"_s << Outcome::failed;
         }
+        // The Trash is the user's: what is theirs there now may have been planted to be "put
+        // back" into a system folder.
+        QTest::newRow("admin: owned by the user in the Trash")
+            << true << u"user owned"_s << Outcome::failed;
     }
     void outcomes()
     {
@@ -95,6 +104,8 @@ private slots:
             const QString base = QFileInfo(original).path().section(u'/', 0, -2);
             QVERIFY(QDir(base).removeRecursively() && QDir(elsewhere).mkdir(u"Acme"_s) &&
                     QFile::link(elsewhere, base));
+        } else if (change == u"user owned"_s) {
+            QVERIFY(::chown(item.trashPath.constData(), 65534, 65534) == 0);
         }
 
         const RestoreRun::Report report = restore({item});
@@ -122,15 +133,7 @@ private slots:
     void cancelledPromptLeavesItemsInTheTrash()
     {
         const UninstallRecord::Item item = moved(u"/Library/Application Support/A"_s, true);
-        UninstallRecord record;
-        record.items = {item};
-        auto shell = std::make_shared<FakePrivilegedShell>(FakePrivilegedShell::Behaviour::cancel);
-        const auto report =
-            RestoreRun({nullptr,
-                        RestoreMover::adminRights(std::make_shared<AuthorizationService>(
-                            shell, FakePrivilegedShell::helper())),
-                        nullptr})
-                .run(record);
+        const auto report = restore({item}, FakePrivilegedShell::Behaviour::cancel);
         QCOMPARE(report.items.first().outcome, Outcome::canceled);
         QVERIFY(QFileInfo::exists(QFile::decodeName(item.trashPath)));
         QVERIFY(!report.isComplete());
