@@ -1,12 +1,13 @@
 // SPDX-License-Identifier: MIT
 #include "AppPickerModel.h"
 
+#include "RoleNames.h"
+
 #include "Platform/SystemLayout.h"
 
 #include <QCollator>
 #include <QDirIterator>
 #include <QFileInfo>
-#include <QMetaEnum>
 #include <QtConcurrent>
 
 AppPickerModel::AppPickerModel(QObject *parent) : QAbstractListModel(parent) {}
@@ -100,12 +101,6 @@ QVariant AppPickerModel::data(const QModelIndex &index, int role) const
 
 QHash<int, QByteArray> AppPickerModel::roleNames() const
 {
-    static const QHash<int, QByteArray> names = [] {
-        QHash<int, QByteArray> result;
-        const QMetaEnum roles = QMetaEnum::fromType<Role>();
-        for (int i = 0; i < roles.keyCount(); ++i)
-            result.insert(roles.value(i), roles.key(i));
-        return result;
-    }();
+    static const QHash<int, QByteArray> names = roleNamesOf<Role>();
     return names;
 }

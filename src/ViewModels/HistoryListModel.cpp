@@ -1,10 +1,11 @@
 // SPDX-License-Identifier: MIT
 #include "HistoryListModel.h"
 
+#include "RoleNames.h"
+
 #include "Models/ByteCountFormatter.h"
 
 #include <QLocale>
-#include <QMetaEnum>
 
 HistoryListModel::HistoryListModel(QObject *parent) : QAbstractListModel(parent) {}
 
@@ -86,9 +87,6 @@ QVariant HistoryListModel::data(const QModelIndex &index, int role) const
 
 QHash<int, QByteArray> HistoryListModel::roleNames() const
 {
-    QHash<int, QByteArray> names;
-    const QMetaEnum roles = QMetaEnum::fromType<Role>();
-    for (int i = 0; i < roles.keyCount(); ++i)
-        names.insert(roles.value(i), roles.key(i));
+    static const QHash<int, QByteArray> names = roleNamesOf<Role>();
     return names;
 }

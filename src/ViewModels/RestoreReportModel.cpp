@@ -1,7 +1,7 @@
 // SPDX-License-Identifier: MIT
 #include "RestoreReportModel.h"
 
-#include <QMetaEnum>
+#include "RoleNames.h"
 
 RestoreReportModel::RestoreReportModel(QObject *parent) : QAbstractListModel(parent) {}
 
@@ -72,9 +72,6 @@ QVariant RestoreReportModel::data(const QModelIndex &index, int role) const
 
 QHash<int, QByteArray> RestoreReportModel::roleNames() const
 {
-    QHash<int, QByteArray> names;
-    const QMetaEnum roles = QMetaEnum::fromType<Role>();
-    for (int i = 0; i < roles.keyCount(); ++i)
-        names.insert(roles.value(i), roles.key(i));
+    static const QHash<int, QByteArray> names = roleNamesOf<Role>();
     return names;
 }

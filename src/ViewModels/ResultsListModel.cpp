@@ -1,11 +1,12 @@
 // SPDX-License-Identifier: MIT
 #include "ResultsListModel.h"
 
+#include "RoleNames.h"
+
 #include "ItemBadge.h"
 #include "ResultsRules.h"
 #include "SymbolImages.h"
 
-#include <QMetaEnum>
 #include <QTimer>
 #include <tuple>
 
@@ -378,13 +379,7 @@ QVariant ResultsListModel::fileData(const Row &row, Role role) const
 
 QHash<int, QByteArray> ResultsListModel::roleNames() const
 {
-    static const QHash<int, QByteArray> names = [] {
-        QHash<int, QByteArray> result;
-        const QMetaEnum roles = QMetaEnum::fromType<Role>();
-        for (int i = 0; i < roles.keyCount(); ++i)
-            result.insert(roles.value(i), roles.key(i));
-        return result;
-    }();
+    static const QHash<int, QByteArray> names = roleNamesOf<Role>();
     return names;
 }
 

@@ -1,7 +1,7 @@
 // SPDX-License-Identifier: MIT
 #include "SessionListModel.h"
 
-#include <QMetaEnum>
+#include "RoleNames.h"
 
 SessionListModel::SessionListModel(QObject *parent) : QAbstractListModel(parent) {}
 
@@ -75,12 +75,6 @@ QVariant SessionListModel::data(const QModelIndex &index, int role) const
 
 QHash<int, QByteArray> SessionListModel::roleNames() const
 {
-    static const QHash<int, QByteArray> names = [] {
-        QHash<int, QByteArray> result;
-        const QMetaEnum roles = QMetaEnum::fromType<Role>();
-        for (int i = 0; i < roles.keyCount(); ++i)
-            result.insert(roles.value(i), roles.key(i));
-        return result;
-    }();
+    static const QHash<int, QByteArray> names = roleNamesOf<Role>();
     return names;
 }

@@ -1,10 +1,10 @@
 // SPDX-License-Identifier: MIT
 #include "SummaryListModel.h"
 
+#include "RoleNames.h"
+
 #include "Models/ByteCountFormatter.h"
 #include "ResultsRules.h"
-
-#include <QMetaEnum>
 
 SummaryListModel::SummaryListModel(QObject *parent) : QAbstractListModel(parent) {}
 
@@ -66,12 +66,6 @@ QVariant SummaryListModel::data(const QModelIndex &index, int role) const
 
 QHash<int, QByteArray> SummaryListModel::roleNames() const
 {
-    static const QHash<int, QByteArray> names = [] {
-        QHash<int, QByteArray> result;
-        const QMetaEnum roles = QMetaEnum::fromType<Role>();
-        for (int i = 0; i < roles.keyCount(); ++i)
-            result.insert(roles.value(i), roles.key(i));
-        return result;
-    }();
+    static const QHash<int, QByteArray> names = roleNamesOf<Role>();
     return names;
 }
