@@ -33,6 +33,8 @@ QStringList deniedRoots()
         homePath("/Library/Messages"),
         macPath("/Library/Application Support/Apple"),
         macPath("/Library/Application Support/com.apple.TCC"),
+        // The privileged helper's own record of what it moved, and its staging folder.
+        macPath("/Library/Application Support/Quenzo"),
         macPath("/Library/Preferences/SystemConfiguration"),
     };
 }
