@@ -198,6 +198,16 @@ bool LinkProofMove::isPlainFile(const QByteArray &path) const
     return info && S_ISREG(info->st_mode);
 }
 
+bool LinkProofMove::isSystemOnlyFile(const QByteArray &path) const
+{
+    QString error;
+    const auto entry = entryOf(path, &error);
+    const auto info = entry ? entryStat(entry->folder.fd(), entry->name) : std::nullopt;
+    return info && S_ISREG(info->st_mode) && info->st_nlink == 1 &&
+           (info->st_mode & (S_IWGRP | S_IWOTH)) == 0 &&
+           (info->st_uid == 0 || info->st_uid == m_root.owner());
+}
+
 bool LinkProofMove::isOwnedBySystem(const QByteArray &path) const
 {
     QString error;

@@ -70,7 +70,10 @@ bool PrivilegedHelper::isAllowedMove(const QString &source, const QString &desti
 HelperRecord PrivilegedHelper::bootOut(const QByteArray &plist) const
 {
     const auto path = faithful(plist);
-    if (!path || !AdminPathPolicy::isAllowed(*path) || !m_mover || !m_mover->isPlainFile(plist))
+    // As root, launchctl takes the label from the file: one the user could write or link would
+    // let their programs stop any system daemon.
+    const QString daemons = SystemLayout::path(QStringLiteral("/Library/LaunchDaemons"));
+    if (!path || !isDirectlyIn(*path, daemons) || !m_mover || !m_mover->isSystemOnlyFile(plist))
         return failed(plist, QStringLiteral("Not a launch daemon Quenzo may stop"));
     return runTool("/bin/launchctl", {QStringLiteral("bootout"), QStringLiteral("system"), *path},
                    plist);

@@ -257,6 +257,16 @@ private slots:
         QTest::newRow("launchctl writable by others")
             << u"tool writable"_s << u"/Library/LaunchDaemons/com.acme.writer.plist"_s << true
             << u"Not done as administrator: Refused to run"_s;
+        const QString notStopped = u"Not done as administrator: Not a launch daemon"_s;
+        QTest::newRow("launch daemon writable by others")
+            << u"daemon writable"_s << u"/Library/LaunchDaemons/com.acme.writer.plist"_s << true
+            << notStopped;
+        QTest::newRow("launch daemon with a second link")
+            << u"daemon hard link"_s << u"/Library/LaunchDaemons/com.acme.writer.plist"_s << true
+            << notStopped;
+        QTest::newRow("daemon list outside the system's daemons")
+            << u"daemon elsewhere"_s << u"/Library/LaunchAgents/com.acme.writer.plist"_s << true
+            << notStopped;
         QTest::newRow("dangling link")
             << u"dangling"_s << kCache << true << u"Moved to trash: "_s + kCache;
         QTest::newRow("per-user temporary folder stays with the user")
@@ -287,7 +297,7 @@ private slots:
             m_mac->addSymlink(macPath, u"nowhere"_s);
         else if (attack == u"not utf-8")
             m_mac->addTextFile(macPath, "twin"); // U+FFFD encoded: what a lossy name points at
-        else if (attack == u"tool writable")
+        else if (attack == u"tool writable" || attack.startsWith(u"daemon "))
             m_mac->addTextFile(macPath, "<plist/>");
         else if (attack != u"vendor link")
             addDeepFolder(macPath);
@@ -317,6 +327,13 @@ private slots:
             const QString tool = m_mac->path(u"/bin/launchctl"_s);
             QVERIFY(
                 QFile::setPermissions(tool, QFile::permissions(tool) | QFileDevice::WriteOther));
+        } else if (attack == u"daemon writable") {
+            QVERIFY(QFile::setPermissions(itemPath,
+                                          QFile::permissions(itemPath) | QFileDevice::WriteOther));
+        } else if (attack == u"daemon hard link") {
+            QCOMPARE(::link(QFile::encodeName(itemPath).constData(),
+                            QFile::encodeName(victim + u"/label.plist"_s).constData()),
+                     0);
         } else if (attack == u"darwin temp") {
             m_mac->setDarwinUserDirectories(u"/private/var/folders/xy/C"_s,
                                             u"/private/var/folders/xy/T"_s);
@@ -327,7 +344,7 @@ private slots:
         const QStringList trashBefore = TreeFingerprint::entries(trash());
 
         FileItem selected = item(itemPath);
-        if (attack == u"tool writable")
+        if (attack == u"tool writable" || attack.startsWith(u"daemon "))
             selected.category = FileCategory::launchDaemons;
         const auto session = makeSession({selected});
         m_shell = std::make_shared<FakePrivilegedShell>(
