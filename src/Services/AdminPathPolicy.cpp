@@ -39,7 +39,7 @@ QStringList deniedRoots()
     };
 }
 
-QList<AllowedRoot> allowedRoots()
+QList<AllowedRoot> allowedRoots(AdminPathPolicy::Scope scope)
 {
     QList<AllowedRoot> roots{
         {macPath("/Applications"), 1},
@@ -56,6 +56,10 @@ QList<AllowedRoot> allowedRoots()
         {macPath("/Library/PreferencePanes"), 1},
         {macPath("/Library/Screen Savers"), 1},
     };
+    // As root, confstr names root's own folders, never the user's: those the user's own rights
+    // cover anyway.
+    if (scope == AdminPathPolicy::Scope::systemOnly)
+        return roots;
     // A malformed entry (empty once its "/" is gone, relative, not clean) would widen the
     // policy to far more than one folder, so it is left out.
     for (const QString &directory : AdminPathPolicy::userDarwinDirectories()) {
@@ -103,9 +107,9 @@ bool isUnderDeniedRoot(const QString &path)
     return false;
 }
 
-bool isUnderAllowedRoot(const QString &path)
+bool isUnderAllowedRoot(const QString &path, AdminPathPolicy::Scope scope)
 {
-    const QList<AllowedRoot> allowed = allowedRoots();
+    const QList<AllowedRoot> allowed = allowedRoots(scope);
     for (const AllowedRoot &root : allowed) {
         const QString prefix = root.path + QLatin1Char('/');
         if (!path.startsWith(prefix))
@@ -125,7 +129,7 @@ bool isAlphanumeric(char32_t c)
 
 } // namespace
 
-bool AdminPathPolicy::isAllowed(const QString &path)
+bool AdminPathPolicy::isAllowed(const QString &path, Scope scope)
 {
     if (!path.startsWith(QLatin1Char('/')))
         return false;
@@ -135,7 +139,7 @@ bool AdminPathPolicy::isAllowed(const QString &path)
         return false;
     if (isUnderDeniedRoot(path))
         return false;
-    return isUnderAllowedRoot(path);
+    return isUnderAllowedRoot(path, scope);
 }
 
 bool AdminPathPolicy::isValidPackageID(const QString &id)

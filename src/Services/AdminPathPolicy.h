@@ -12,7 +12,10 @@ class AdminPathPolicy
 public:
     AdminPathPolicy() = delete;
 
-    [[nodiscard]] static bool isAllowed(const QString &path);
+    // `systemOnly` leaves out the per-user cache and temporary folders: the privileged helper's
+    // scope.
+    enum class Scope { withUserFolders, systemOnly };
+    [[nodiscard]] static bool isAllowed(const QString &path, Scope scope = Scope::withUserFolders);
     [[nodiscard]] static bool isValidPackageID(const QString &id);
     // Control and format characters (Cc, Cf), newlines, or text that is not valid UTF-16 (a lone
     // surrogate cannot reach a shell as the same name): text that never goes into the root line.

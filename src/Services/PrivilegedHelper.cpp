@@ -63,8 +63,9 @@ QList<HelperRecord> PrivilegedHelper::run(const QList<HelperRecord> &commands) c
 bool PrivilegedHelper::isAllowedMove(const QString &source, const QString &destination,
                                      const QString &trash)
 {
-    return (AdminPathPolicy::isAllowed(source) && isDirectlyIn(destination, trash)) ||
-           (isDirectlyIn(source, trash) && AdminPathPolicy::isAllowed(destination));
+    constexpr auto kScope = AdminPathPolicy::Scope::systemOnly;
+    return (AdminPathPolicy::isAllowed(source, kScope) && isDirectlyIn(destination, trash)) ||
+           (isDirectlyIn(source, trash) && AdminPathPolicy::isAllowed(destination, kScope));
 }
 
 HelperRecord PrivilegedHelper::bootOut(const QByteArray &plist) const
