@@ -16,6 +16,7 @@
 #include "support/TemporaryFakeMac.h"
 
 #include <QDir>
+#include <QProcess>
 #include <QTemporaryDir>
 #include <QTest>
 
@@ -389,6 +390,33 @@ private slots:
             QCOMPARE(trashAfter, trashBefore);
         if (attack == u"not utf-8") // Qt itself could not remove it
             QCOMPARE(::unlink((QFile::encodeName(home) + "/Library/Caches/w\xff").constData()), 0);
+    }
+
+    // The batch may reach the helper through a file the user's programs rewrite while the
+    // prompt is up: only the batch whose digest the user approved is run.
+    void batchOtherThanTheApprovedOneIsRefused_data()
+    {
+        QTest::addColumn<QStringList>("digest");
+        QTest::newRow("digest of another batch") << QStringList{
+            u"--batch-sha256"_s, QString::fromLatin1(AuthorizationService::batchDigest("other"))};
+        QTest::newRow("no digest") << QStringList{};
+    }
+
+    void batchOtherThanTheApprovedOneIsRefused()
+    {
+        QFETCH(QStringList, digest);
+        const QString item = m_mac->addTextFile(u"/Library/Caches/com.acme.writer"_s, "x");
+        QProcess helper;
+        helper.start(FakePrivilegedShell::helper(),
+                     QStringList{u"--root"_s, m_mac->root(), u"--home"_s, m_mac->home(),
+                                 u"--user"_s, QString::number(::getuid())} +
+                         digest);
+        helper.write(HelperBatch::encode(
+            AuthorizationService::commands({{item, trash(u"com.acme.writer"_s)}}, {}, {})));
+        helper.closeWriteChannel();
+        QVERIFY(helper.waitForFinished());
+        QCOMPARE(helper.exitCode(), 2);
+        QVERIFY(QFileInfo::exists(item));
     }
 
     // Far past any argument-length limit, in one prompt.
