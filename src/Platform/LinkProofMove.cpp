@@ -111,7 +111,7 @@ LinkProofMove::Outcome LinkProofMove::moveToTrash(const QByteArray &source) cons
     const auto entry = entryOf(source, &error);
     if (!entry)
         return Outcome{false, {}, error};
-    return rename(*entry, m_trash, m_trashPath, entry->name, true);
+    return rename(entry->folder.fd(), entry->name, m_trash, m_trashPath, entry->name, true);
 }
 
 LinkProofMove::Outcome LinkProofMove::move(const QByteArray &source,
@@ -125,14 +125,45 @@ LinkProofMove::Outcome LinkProofMove::move(const QByteArray &source,
     if (!to)
         return Outcome{false, {}, error};
     const QByteArray resolved = FolderHandle::withoutSystemLinks(destination);
-    return rename(*from, to->folder, resolved.left(resolved.lastIndexOf('/')), to->name, false);
+    return rename(from->folder.fd(), from->name, to->folder,
+                  resolved.left(resolved.lastIndexOf('/')), to->name, false);
 }
 
-LinkProofMove::Outcome LinkProofMove::rename(const Entry &source, const FolderHandle &folder,
+LinkProofMove::Outcome LinkProofMove::moveInto(const QByteArray &source, const FolderHandle &folder,
+                                               const QByteArray &name) const
+{
+    QString error;
+    const auto from = entryOf(source, &error);
+    if (!from)
+        return Outcome{false, {}, error};
+    return rename(from->folder.fd(), from->name, folder, {}, name, false);
+}
+
+LinkProofMove::Outcome LinkProofMove::moveOut(const FolderHandle &folder, const QByteArray &name,
+                                              const QByteArray &destination) const
+{
+    QString error;
+    const auto to = entryOf(destination, &error);
+    if (!to)
+        return Outcome{false, {}, error};
+    const QByteArray resolved = FolderHandle::withoutSystemLinks(destination);
+    return rename(folder.fd(), name, to->folder, resolved.left(resolved.lastIndexOf('/')), to->name,
+                  false);
+}
+
+LinkProofMove::Outcome LinkProofMove::moveOutToTrash(const FolderHandle &folder,
+                                                     const QByteArray &name,
+                                                     const QByteArray &wanted) const
+{
+    return rename(folder.fd(), name, m_trash, m_trashPath, wanted, true);
+}
+
+LinkProofMove::Outcome LinkProofMove::rename(int sourceFolder, const QByteArray &sourceName,
+                                             const FolderHandle &folder,
                                              const QByteArray &folderPath, const QByteArray &name,
                                              bool pickFreeName) const
 {
-    const auto before = entryStat(source.folder.fd(), source.name);
+    const auto before = entryStat(sourceFolder, sourceName);
     if (!before) {
         Outcome missing{false, {}, errorText(errno)};
         missing.missing = errno == ENOENT;
@@ -140,7 +171,7 @@ LinkProofMove::Outcome LinkProofMove::rename(const Entry &source, const FolderHa
     }
     QByteArray candidate = name;
     for (int n = 2;; ++n) {
-        if (renameWithoutReplacing(source.folder.fd(), source.name.constData(), folder.fd(),
+        if (renameWithoutReplacing(sourceFolder, sourceName.constData(), folder.fd(),
                                    candidate.constData()) == 0)
             break;
         if (errno != EEXIST || !pickFreeName || n > kMaximumNumberedName)
@@ -150,10 +181,13 @@ LinkProofMove::Outcome LinkProofMove::rename(const Entry &source, const FolderHa
     // Counted only when the very entry seen before is now in the destination and gone from
     // where it was.
     const auto moved = entryStat(folder.fd(), candidate);
-    const auto left = entryStat(source.folder.fd(), source.name);
+    const auto left = entryStat(sourceFolder, sourceName);
     if (!moved || !isSameEntry(*before, *moved) || (left && isSameEntry(*before, *left)))
         return Outcome{false, {}, QStringLiteral("The item changed while it was moved")};
-    return Outcome{true, folderPath + '/' + candidate, {}};
+    Outcome done{true, folderPath + '/' + candidate, {}};
+    done.device = moved->st_dev;
+    done.inode = moved->st_ino;
+    return done;
 }
 
 bool LinkProofMove::isPlainFile(const QByteArray &path) const
@@ -162,6 +196,16 @@ bool LinkProofMove::isPlainFile(const QByteArray &path) const
     const auto entry = entryOf(path, &error);
     const auto info = entry ? entryStat(entry->folder.fd(), entry->name) : std::nullopt;
     return info && S_ISREG(info->st_mode);
+}
+
+bool LinkProofMove::isSystemOnlyFile(const QByteArray &path) const
+{
+    QString error;
+    const auto entry = entryOf(path, &error);
+    const auto info = entry ? entryStat(entry->folder.fd(), entry->name) : std::nullopt;
+    return info && S_ISREG(info->st_mode) && info->st_nlink == 1 &&
+           (info->st_mode & (S_IWGRP | S_IWOTH)) == 0 &&
+           (info->st_uid == 0 || info->st_uid == m_root.owner());
 }
 
 bool LinkProofMove::isOwnedBySystem(const QByteArray &path) const

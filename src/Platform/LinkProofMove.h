@@ -23,6 +23,8 @@ public:
         QByteArray destination; // the final path, when moved
         QString error;          // why not, otherwise
         bool missing = false;   // the item was not there at all
+        dev_t device = 0;       // the moved entry's identity, when moved
+        ino_t inode = 0;
     };
 
     // Nothing, with the reason, when a folder is missing or linked, or the home or the Trash is
@@ -35,8 +37,23 @@ public:
     // To exactly `destination`, which must not exist; its folder is walked like the source's.
     [[nodiscard]] Outcome move(const QByteArray &source, const QByteArray &destination) const;
 
+    // The same moves with one end an open folder the caller reached itself (a staging folder):
+    // `source` into `folder` as exactly `name`; `name` in `folder` to exactly `destination`;
+    // `name` in `folder` into the Trash as `wanted` or its next free name.
+    [[nodiscard]] Outcome moveInto(const QByteArray &source, const FolderHandle &folder,
+                                   const QByteArray &name) const;
+    [[nodiscard]] Outcome moveOut(const FolderHandle &folder, const QByteArray &name,
+                                  const QByteArray &destination) const;
+    [[nodiscard]] Outcome moveOutToTrash(const FolderHandle &folder, const QByteArray &name,
+                                         const QByteArray &wanted) const;
+
+    [[nodiscard]] const FolderHandle &root() const { return m_root; }
+
     // Whether `path`, reached the same way, is a regular file (not a link, not a FIFO).
     [[nodiscard]] bool isPlainFile(const QByteArray &path) const;
+    // Whether `path`, reached the same way, is a regular file of root's (or of the owner of the
+    // root folder) with no other link, that no one else may write: a file only root controls.
+    [[nodiscard]] bool isSystemOnlyFile(const QByteArray &path) const;
     // Whether the entry at `path`, reached the same way, belongs to root or to the owner of the
     // root folder (a fake Mac's): never something the user's own programs could have made.
     [[nodiscard]] bool isOwnedBySystem(const QByteArray &path) const;
@@ -51,9 +68,9 @@ private:
         QByteArray name;
     };
     [[nodiscard]] std::optional<Entry> entryOf(const QByteArray &path, QString *error) const;
-    [[nodiscard]] Outcome rename(const Entry &source, const FolderHandle &folder,
-                                 const QByteArray &folderPath, const QByteArray &name,
-                                 bool pickFreeName) const;
+    [[nodiscard]] Outcome rename(int sourceFolder, const QByteArray &sourceName,
+                                 const FolderHandle &folder, const QByteArray &folderPath,
+                                 const QByteArray &name, bool pickFreeName) const;
 
     QByteArray m_rootPath;
     QByteArray m_homePath;

@@ -1,9 +1,10 @@
 // SPDX-License-Identifier: MIT
 #include "PkexecShell.h"
 
+#include "TrustedProgram.h"
 #include "UntimedProcess.h"
 
-#include <QStandardPaths>
+#include <QFileInfo>
 
 #include <unistd.h>
 
@@ -19,9 +20,12 @@ PrivilegedShell::Result PkexecShell::run(const QString &program, const QStringLi
     if (geteuid() == 0) {
         finished = UntimedProcess::run(program, arguments, input);
     } else {
-        QString pkexec = QStandardPaths::findExecutable(QStringLiteral("pkexec"));
-        if (pkexec.isEmpty())
-            pkexec = QStringLiteral("/usr/bin/pkexec");
+        // By absolute path, never through PATH, which the user's programs control.
+        const QString pkexec = QStringLiteral("/usr/bin/pkexec");
+        if (!QFileInfo::exists(pkexec))
+            return Result{Outcome::failed, QStringLiteral("pkexec is not installed"), {}};
+        if (const QString refusal = TrustedProgram::refusal(pkexec); !refusal.isEmpty())
+            return Result{Outcome::failed, refusal, {}};
         finished = UntimedProcess::run(pkexec, QStringList{program} + arguments, input);
         if (finished.started && finished.status == kPkexecDismissed)
             return Result{Outcome::canceled, {}, {}};

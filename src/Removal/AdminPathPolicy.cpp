@@ -38,6 +38,7 @@ struct Tables
     QStringList darwinDirectories;
     QStringList deniedRoots;
     QList<AllowedRoot> allowedRoots;
+    QList<AllowedRoot> userFolderRoots; // the per-user cache and temporary folders
 };
 
 Tables buildTables()
@@ -51,6 +52,8 @@ Tables buildTables()
         homePath("/Library/Messages"),
         macPath("/Library/Application Support/Apple"),
         macPath("/Library/Application Support/com.apple.TCC"),
+        // The privileged helper's own record of what it moved, and its staging folder.
+        macPath("/Library/Application Support/Quenzo"),
         macPath("/Library/Preferences/SystemConfiguration"),
     };
     tables.allowedRoots = {
@@ -73,7 +76,7 @@ Tables buildTables()
     for (const QString &directory : std::as_const(tables.darwinDirectories)) {
         if (directory.startsWith(QLatin1Char('/')) && standardized(directory) == directory &&
             directory != QLatin1String("/"))
-            tables.allowedRoots.append({directory, 1});
+            tables.userFolderRoots.append({directory, 1});
     }
     return tables;
 }
@@ -125,9 +128,14 @@ bool isUnderDeniedRoot(const Tables &tables, const QString &path)
     return false;
 }
 
-bool isUnderAllowedRoot(const Tables &tables, const QString &path)
+// As root, confstr names root's own per-user folders, never the user's: the privileged helper
+// leaves them out (the user's own rights cover the user's).
+bool isUnderAllowedRoot(const Tables &tables, const QString &path, AdminPathPolicy::Scope scope)
 {
-    for (const AllowedRoot &root : tables.allowedRoots) {
+    QList<AllowedRoot> allowed = tables.allowedRoots;
+    if (scope == AdminPathPolicy::Scope::withUserFolders)
+        allowed += tables.userFolderRoots;
+    for (const AllowedRoot &root : std::as_const(allowed)) {
         const QString prefix = root.path + QLatin1Char('/');
         if (!path.startsWith(prefix))
             continue;
@@ -141,7 +149,7 @@ bool isUnderAllowedRoot(const Tables &tables, const QString &path)
 
 } // namespace
 
-bool AdminPathPolicy::isAllowed(const QString &path)
+bool AdminPathPolicy::isAllowed(const QString &path, Scope scope)
 {
     if (!path.startsWith(QLatin1Char('/')))
         return false;
@@ -152,7 +160,7 @@ bool AdminPathPolicy::isAllowed(const QString &path)
     const std::shared_ptr<const Tables> tables = currentTables();
     if (isUnderDeniedRoot(*tables, path))
         return false;
-    return isUnderAllowedRoot(*tables, path);
+    return isUnderAllowedRoot(*tables, path, scope);
 }
 
 bool AdminPathPolicy::isValidPackageID(const QString &id)

@@ -15,7 +15,10 @@ class AdminPathPolicy
 public:
     AdminPathPolicy() = delete;
 
-    [[nodiscard]] static bool isAllowed(const QString &path);
+    // `systemOnly` leaves out the per-user cache and temporary folders: the privileged helper's
+    // scope.
+    enum class Scope { withUserFolders, systemOnly };
+    [[nodiscard]] static bool isAllowed(const QString &path, Scope scope = Scope::withUserFolders);
     // PackageIdentifier::isValid, checked again at the last step before root.
     [[nodiscard]] static bool isValidPackageID(const QString &id);
     // Control and format characters (Cc, Cf), newlines, or text that is not valid UTF-16 (a lone

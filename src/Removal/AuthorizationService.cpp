@@ -9,6 +9,7 @@
 #include "Removal/PrivilegedHelper.h"
 
 #include <QCoreApplication>
+#include <QCryptographicHash>
 #include <QFile>
 
 #include <unistd.h>
@@ -39,11 +40,15 @@ AuthorizationService::Report AuthorizationService::removeWithAdminPrivileges(
     // Refused before the prompt: the user is never asked to run what others could change.
     if (const QString refusal = TrustedProgram::refusal(m_helper); !refusal.isEmpty())
         return Report{AuthorizationError::deletionFailed(refusal), {}, {}};
-    const QStringList arguments{QStringLiteral("--root"), SystemLayout::root(),
-                                QStringLiteral("--home"), SystemLayout::home(),
-                                QStringLiteral("--user"), QString::number(::getuid())};
-    const PrivilegedShell::Result result =
-        m_shell->run(m_helper, arguments, HelperBatch::encode(vetted));
+    // The batch may pass through a file the user's programs can rewrite while the prompt is
+    // up; its digest goes with the arguments the user approves, and the helper checks it.
+    const QByteArray batch = HelperBatch::encode(vetted);
+    const QStringList arguments{
+        QStringLiteral("--root"),         SystemLayout::root(),
+        QStringLiteral("--home"),         SystemLayout::home(),
+        QStringLiteral("--user"),         QString::number(::getuid()),
+        QStringLiteral("--batch-sha256"), QString::fromLatin1(batchDigest(batch))};
+    const PrivilegedShell::Result result = m_shell->run(m_helper, arguments, batch);
     if (result.outcome != PrivilegedShell::Outcome::completed)
         return Report{errorOf(result), {}, {}};
     // One result per command, in order, each about its own command's item.
@@ -90,6 +95,11 @@ QList<HelperRecord> AuthorizationService::commands(const QList<Move> &moves,
             qCDebug(lcRemoval) << "refused move:" << move.source << "to" << move.destination;
     }
     return result;
+}
+
+QByteArray AuthorizationService::batchDigest(const QByteArray &batch)
+{
+    return QCryptographicHash::hash(batch, QCryptographicHash::Sha256).toHex();
 }
 
 QString AuthorizationService::defaultHelper()

@@ -50,6 +50,8 @@ public:
     [[nodiscard]] static QList<HelperRecord> commands(const QList<Move> &moves,
                                                       const QStringList &daemonPlists,
                                                       const QStringList &packageIDs);
+    // The batch's SHA-256 in lowercase hex, as the helper checks it.
+    [[nodiscard]] static QByteArray batchDigest(const QByteArray &batch);
     // quenzo-privileged-helper in the folder of the running executable.
     [[nodiscard]] static QString defaultHelper();
 

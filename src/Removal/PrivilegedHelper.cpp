@@ -8,6 +8,10 @@
 
 #include <QFile>
 
+#include <fcntl.h>
+#include <sys/stat.h>
+#include <unistd.h>
+
 namespace {
 HelperRecord failed(const QByteArray &item, const QString &reason)
 {
@@ -37,6 +41,9 @@ PrivilegedHelper::PrivilegedHelper(Context context, const ToolRunner &tools)
     : m_context(std::move(context)), m_tools(tools)
 {
     m_mover = LinkProofMove::open(m_context.root, m_context.home, m_context.user, &m_moverError);
+    if (m_mover)
+        m_journal = RootMoveJournal::open(m_mover->root(), m_mover->root().owner().value_or(0),
+                                          &m_journalError);
 }
 
 QList<HelperRecord> PrivilegedHelper::run(const QList<HelperRecord> &commands) const
@@ -56,14 +63,18 @@ QList<HelperRecord> PrivilegedHelper::run(const QList<HelperRecord> &commands) c
 bool PrivilegedHelper::isAllowedMove(const QString &source, const QString &destination,
                                      const QString &trash)
 {
-    return (AdminPathPolicy::isAllowed(source) && isDirectlyIn(destination, trash)) ||
-           (isDirectlyIn(source, trash) && AdminPathPolicy::isAllowed(destination));
+    constexpr auto kScope = AdminPathPolicy::Scope::systemOnly;
+    return (AdminPathPolicy::isAllowed(source, kScope) && isDirectlyIn(destination, trash)) ||
+           (isDirectlyIn(source, trash) && AdminPathPolicy::isAllowed(destination, kScope));
 }
 
 HelperRecord PrivilegedHelper::bootOut(const QByteArray &plist) const
 {
     const auto path = faithful(plist);
-    if (!path || !AdminPathPolicy::isAllowed(*path) || !m_mover || !m_mover->isPlainFile(plist))
+    // As root, launchctl takes the label from the file: one the user could write or link would
+    // let their programs stop any system daemon.
+    const QString daemons = SystemLayout::path(QStringLiteral("/Library/LaunchDaemons"));
+    if (!path || !isDirectlyIn(*path, daemons) || !m_mover || !m_mover->isSystemOnlyFile(plist))
         return failed(plist, QStringLiteral("Not a launch daemon Quenzo may stop"));
     return runTool("/bin/launchctl", {QStringLiteral("bootout"), QStringLiteral("system"), *path},
                    plist);
@@ -104,18 +115,63 @@ HelperRecord PrivilegedHelper::move(const QByteArray &source, const QByteArray &
     if (!isAllowedMove(*from, *to, QFile::decodeName(trash)))
         return failed(source, QStringLiteral("Not an item Quenzo may move"));
     const bool intoTrash = destination.startsWith(trash + '/');
-    // The Trash and the record naming what to put back are the user's: root only puts back what
-    // the user's own programs could not have made, never a file planted there to be "restored"
-    // into a system folder.
-    if (!intoTrash && !m_mover->isOwnedBySystem(source))
-        return failed(source, QStringLiteral("Owned by you now, so it is not put back with "
-                                             "administrator rights"));
-    const LinkProofMove::Outcome outcome =
-        intoTrash ? m_mover->moveToTrash(source) : m_mover->move(source, destination);
-    if (outcome.moved)
+    return intoTrash ? moveToTrash(source) : restore(source, destination);
+}
+
+HelperRecord PrivilegedHelper::moveToTrash(const QByteArray &source) const
+{
+    // An item that could not be recorded could never be put back as root: it is not moved.
+    if (!m_journal)
+        return failed(source, m_journalError);
+    const LinkProofMove::Outcome outcome = m_mover->moveToTrash(source);
+    if (outcome.moved) {
+        // Unrecorded, it is still safely in the Trash; only a restore as root would refuse it.
+        (void)m_journal->append({outcome.device, outcome.inode}, source);
         return HelperRecord{"moved", {source, outcome.destination}};
+    }
     // Already gone: nothing of it is left to remove.
     if (outcome.missing)
         return HelperRecord{"done", {source}};
     return failed(source, outcome.error);
+}
+
+// The Trash and the record naming what to put back are the user's, so their programs can plant,
+// hard-link or swap anything there at any moment. Root puts back only an entry it moved into
+// the Trash itself, to exactly where it came from: the entry is first taken out of the user's
+// reach into the staging folder, and only there, where nothing can swap it, is it compared with
+// the journal.
+HelperRecord PrivilegedHelper::restore(const QByteArray &source,
+                                       const QByteArray &destination) const
+{
+    if (!m_journal)
+        return failed(source, m_journalError);
+    static int serial = 0;
+    const QByteArray held =
+        "restore-" + QByteArray::number(qint64(::getpid())) + '-' + QByteArray::number(++serial);
+    const LinkProofMove::Outcome taken = m_mover->moveInto(source, m_journal->staging(), held);
+    if (!taken.moved)
+        return taken.missing ? HelperRecord{"done", {source}} : failed(source, taken.error);
+    struct stat info
+    {};
+    const bool isJournaled =
+        ::fstatat(m_journal->staging().fd(), held.constData(), &info, AT_SYMLINK_NOFOLLOW) == 0 &&
+        (info.st_uid == 0 || info.st_uid == m_journal->owner()) &&
+        (S_ISDIR(info.st_mode) || info.st_nlink == 1) &&
+        m_journal->contains({info.st_dev, info.st_ino}, destination);
+    QString reason = QStringLiteral("Not moved to the Trash by Quenzo as administrator, so it is "
+                                    "not put back with administrator rights");
+    if (isJournaled) {
+        const LinkProofMove::Outcome back =
+            m_mover->moveOut(m_journal->staging(), held, destination);
+        if (back.moved) {
+            m_journal->remove({info.st_dev, info.st_ino}, destination);
+            return HelperRecord{"moved", {source, destination}};
+        }
+        reason = back.error;
+    }
+    const LinkProofMove::Outcome returned = m_mover->moveOutToTrash(
+        m_journal->staging(), held, source.mid(source.lastIndexOf('/') + 1));
+    if (!returned.moved)
+        reason += QStringLiteral(" (it is kept in Quenzo's administrator folder)");
+    return failed(source, reason);
 }

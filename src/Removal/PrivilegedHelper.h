@@ -3,6 +3,7 @@
 
 #include "Platform/HelperBatch.h"
 #include "Platform/LinkProofMove.h"
+#include "Platform/RootMoveJournal.h"
 
 #include <QByteArray>
 #include <QList>
@@ -37,6 +38,9 @@ private:
     [[nodiscard]] HelperRecord bootOut(const QByteArray &plist) const;
     [[nodiscard]] HelperRecord forget(const QByteArray &packageID) const;
     [[nodiscard]] HelperRecord move(const QByteArray &source, const QByteArray &destination) const;
+    [[nodiscard]] HelperRecord moveToTrash(const QByteArray &source) const;
+    [[nodiscard]] HelperRecord restore(const QByteArray &source,
+                                       const QByteArray &destination) const;
     [[nodiscard]] HelperRecord runTool(const char *macPath, const QStringList &arguments,
                                        const QByteArray &item) const;
 
@@ -44,4 +48,6 @@ private:
     const ToolRunner &m_tools;
     std::optional<LinkProofMove> m_mover;
     QString m_moverError;
+    std::optional<RootMoveJournal> m_journal;
+    QString m_journalError;
 };

@@ -1,6 +1,7 @@
 // SPDX-License-Identifier: MIT
 // quenzo-privileged-helper: started as root through the one administrator prompt of an
-// uninstall, once per batch. Arguments: --root ROOT --home HOME --user UID [--batch FILE];
+// uninstall, once per batch. Arguments: --root ROOT --home HOME --user UID --batch-sha256 HEX
+// [--batch FILE];
 // the batch (HelperBatch commands) comes from FILE or, without it, from standard input. One
 // result record per command goes to standard output. Exit status 0 once the batch was read.
 #include "Platform/HelperBatch.h"
@@ -10,6 +11,7 @@
 #include "Removal/PrivilegedHelper.h"
 
 #include <QCoreApplication>
+#include <QCryptographicHash>
 #include <QFile>
 #include <QHash>
 
@@ -61,10 +63,11 @@ int main(int argc, char *argv[])
 {
     QCoreApplication application(argc, argv);
     QHash<QByteArray, QByteArray> options;
-    const QList<QByteArray> known{"--root", "--home", "--user", "--batch"};
+    const QList<QByteArray> known{"--root", "--home", "--user", "--batch", "--batch-sha256"};
     for (int i = 1; i < argc; i += 2) {
         if (i + 1 >= argc || !known.contains(argv[i]) || options.contains(argv[i]))
-            return refuse("usage: --root ROOT --home HOME --user UID [--batch FILE]");
+            return refuse("usage: --root ROOT --home HOME --user UID --batch-sha256 HEX "
+                          "[--batch FILE]");
         options.insert(argv[i], argv[i + 1]);
     }
     const QByteArray root = options.value("--root");
@@ -78,6 +81,13 @@ int main(int argc, char *argv[])
     const auto bytes = batchFile.isEmpty()
                            ? readStandardInput()
                            : SafeFile::read(batchFile, kMaximumBatch, SafeFile::Links::refuse);
+    // The digest came with the arguments the user approved; the batch file stayed writable by
+    // the user's programs while the prompt was up.
+    const QByteArray digest = options.value("--batch-sha256");
+    if (bytes &&
+        (digest.size() != 64 ||
+         QCryptographicHash::hash(*bytes, QCryptographicHash::Sha256).toHex() != digest.toLower()))
+        return refuse("the batch is not the one that was approved");
     const auto commands = bytes ? HelperBatch::parseCommands(*bytes) : std::nullopt;
     if (!commands)
         return refuse("the batch is malformed");

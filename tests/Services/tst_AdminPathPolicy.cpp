@@ -136,6 +136,10 @@ void TestAdminPathPolicy::isAllowed()
     QFETCH(QString, path);
     QFETCH(bool, allowed);
     QCOMPARE(AdminPathPolicy::isAllowed(resolved(path)), allowed);
+    // As root the per-user folders would be root's own: the privileged helper never has them.
+    const bool perUser = path.startsWith(QStringLiteral("R/private/var/folders/"));
+    QCOMPARE(AdminPathPolicy::isAllowed(resolved(path), AdminPathPolicy::Scope::systemOnly),
+             allowed && !perUser);
 }
 
 void TestAdminPathPolicy::refusesPathsWithControlCharacters_data()

@@ -16,6 +16,7 @@
 #include "support/TemporaryFakeMac.h"
 
 #include <QDir>
+#include <QProcess>
 #include <QTemporaryDir>
 #include <QTest>
 
@@ -260,6 +261,16 @@ private slots:
         QTest::newRow("launchctl writable by others")
             << u"tool writable"_s << u"/Library/LaunchDaemons/com.acme.writer.plist"_s << true
             << u"Not done as administrator: Refused to run"_s;
+        const QString notStopped = u"Not done as administrator: Not a launch daemon"_s;
+        QTest::newRow("launch daemon writable by others")
+            << u"daemon writable"_s << u"/Library/LaunchDaemons/com.acme.writer.plist"_s << true
+            << notStopped;
+        QTest::newRow("launch daemon with a second link")
+            << u"daemon hard link"_s << u"/Library/LaunchDaemons/com.acme.writer.plist"_s << true
+            << notStopped;
+        QTest::newRow("daemon list outside the system's daemons")
+            << u"daemon elsewhere"_s << u"/Library/LaunchAgents/com.acme.writer.plist"_s << true
+            << notStopped;
         QTest::newRow("dangling link")
             << u"dangling"_s << kCache << true << u"Moved to trash: "_s + kCache;
         QTest::newRow("per-user temporary folder stays with the user")
@@ -290,7 +301,7 @@ private slots:
             m_mac->addSymlink(macPath, u"nowhere"_s);
         else if (attack == u"not utf-8")
             m_mac->addTextFile(macPath, "twin"); // U+FFFD encoded: what a lossy name points at
-        else if (attack == u"tool writable")
+        else if (attack == u"tool writable" || attack.startsWith(u"daemon "))
             m_mac->addTextFile(macPath, "<plist/>");
         else if (attack != u"vendor link")
             addDeepFolder(macPath);
@@ -320,6 +331,13 @@ private slots:
             const QString tool = m_mac->path(u"/bin/launchctl"_s);
             QVERIFY(
                 QFile::setPermissions(tool, QFile::permissions(tool) | QFileDevice::WriteOther));
+        } else if (attack == u"daemon writable") {
+            QVERIFY(QFile::setPermissions(itemPath,
+                                          QFile::permissions(itemPath) | QFileDevice::WriteOther));
+        } else if (attack == u"daemon hard link") {
+            QCOMPARE(::link(QFile::encodeName(itemPath).constData(),
+                            QFile::encodeName(victim + u"/label.plist"_s).constData()),
+                     0);
         } else if (attack == u"darwin temp") {
             m_mac->setDarwinUserDirectories(u"/private/var/folders/xy/C"_s,
                                             u"/private/var/folders/xy/T"_s);
@@ -330,7 +348,7 @@ private slots:
         const QStringList trashBefore = TreeFingerprint::entries(trash());
 
         FileItem selected = item(itemPath);
-        if (attack == u"tool writable")
+        if (attack == u"tool writable" || attack.startsWith(u"daemon "))
             selected.category = FileCategory::launchDaemons;
         const auto session = makeSession({selected});
         uninstall(session, {},
@@ -383,6 +401,33 @@ private slots:
         uninstall(makeSession({daemon}));
         for (const QStringList &call : m_mac->calls())
             QVERIFY2(!call.contains(u"bootout"_s), qPrintable(call.join(u' ')));
+    }
+
+    // The batch may reach the helper through a file the user's programs rewrite while the
+    // prompt is up: only the batch whose digest the user approved is run.
+    void batchOtherThanTheApprovedOneIsRefused_data()
+    {
+        QTest::addColumn<QStringList>("digest");
+        QTest::newRow("digest of another batch") << QStringList{
+            u"--batch-sha256"_s, QString::fromLatin1(AuthorizationService::batchDigest("other"))};
+        QTest::newRow("no digest") << QStringList{};
+    }
+
+    void batchOtherThanTheApprovedOneIsRefused()
+    {
+        QFETCH(QStringList, digest);
+        const QString item = m_mac->addTextFile(u"/Library/Caches/com.acme.writer"_s, "x");
+        QProcess helper;
+        helper.start(FakePrivilegedShell::helper(),
+                     QStringList{u"--root"_s, m_mac->root(), u"--home"_s, m_mac->home(),
+                                 u"--user"_s, QString::number(::getuid())} +
+                         digest);
+        helper.write(HelperBatch::encode(
+            AuthorizationService::commands({{item, trash(u"com.acme.writer"_s)}}, {}, {})));
+        helper.closeWriteChannel();
+        QVERIFY(helper.waitForFinished());
+        QCOMPARE(helper.exitCode(), 2);
+        QVERIFY(QFileInfo::exists(item));
     }
 
     // Far past any argument-length limit, in one prompt.

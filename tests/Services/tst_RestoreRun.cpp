@@ -23,14 +23,24 @@ class TestRestoreRun : public QObject
     std::unique_ptr<TemporaryFakeMac> m_mac;
     std::shared_ptr<FakePrivilegedShell> m_shell;
 
-    // An item moved to the Trash as the uninstall would have, recorded as moved.
+    // An item moved to the Trash as the uninstall would have (through the privileged helper
+    // for an administrator's item), recorded as moved.
     UninstallRecord::Item moved(const QString &macPath, bool admin)
     {
         const QString original = m_mac->addTextFile(macPath, macPath.toUtf8());
-        const QString trash = m_mac->trash(QFileInfo(original).fileName());
+        QString trash = m_mac->trash(QFileInfo(original).fileName());
         QDir().mkpath(QFileInfo(trash).path());
-        if (!QFile::rename(original, trash))
+        if (admin) {
+            const AuthorizationService helper(std::make_shared<FakePrivilegedShell>(),
+                                              FakePrivilegedShell::helper());
+            const auto report = helper.removeWithAdminPrivileges({{original, trash}}, {}, {});
+            const HelperRecord record = report.moves.value(QFile::encodeName(original));
+            if (record.word != "moved")
+                return {};
+            trash = QFile::decodeName(record.fields.at(1));
+        } else if (!QFile::rename(original, trash)) {
             return {};
+        }
         UninstallRecord::Item item;
         item.path = QFile::encodeName(original);
         item.trashPath = QFile::encodeName(trash);
@@ -66,7 +76,8 @@ private slots:
     void outcomes_data()
     {
         QTest::addColumn<bool>("admin");
-        // "", "occupy", "empty trash", "link folder", "user owned"
+        // "", "occupy", "empty trash", "link folder", "user owned", or what the user's programs
+        // forge
         QTest::addColumn<QString>("change");
         QTest::addColumn<Outcome>("outcome");
         for (const bool admin : {false, true}) {
@@ -83,6 +94,15 @@ private slots:
         // back" into a system folder.
         QTest::newRow("admin: owned by the user in the Trash")
             << true << u"user owned"_s << Outcome::failed;
+        // Root puts back only what it moved itself, to exactly where it came from.
+        QTest::newRow("admin: never moved by the helper")
+            << true << u"not journaled"_s << Outcome::failed;
+        QTest::newRow("admin: Trash entry swapped for another root-owned file")
+            << true << u"swap"_s << Outcome::failed;
+        QTest::newRow("admin: record names another system folder")
+            << true << u"forge"_s << Outcome::failed;
+        QTest::newRow("admin: hard link to the Trash entry elsewhere")
+            << true << u"hard link"_s << Outcome::failed;
     }
     void outcomes()
     {
@@ -91,14 +111,25 @@ private slots:
         QFETCH(Outcome, outcome);
         const QString macPath =
             admin ? u"/Library/Application Support/Acme/data"_s : u"~/Library/Caches/Acme/data"_s;
-        const UninstallRecord::Item item = moved(macPath, admin);
+        UninstallRecord::Item item = moved(macPath, admin && change != u"not journaled"_s);
+        item.withAdminRights = admin;
         QVERIFY(!item.path.isEmpty());
-        const QString original = QFile::decodeName(item.path);
         const QString elsewhere = m_mac->addFolder(u"/elsewhere"_s);
+        const QString trashPath = QFile::decodeName(item.trashPath);
+        if (change == u"forge"_s)
+            item.path = QFile::encodeName(m_mac->path(u"/Library/LaunchDaemons/data"_s));
+        const QString original = QFile::decodeName(item.path);
         if (change == u"occupy"_s)
             m_mac->addTextFile(macPath, "new");
         else if (change == u"empty trash"_s)
             QVERIFY(QFile::remove(QFile::decodeName(item.trashPath)));
+        else if (change == u"swap"_s)
+            QVERIFY(QFile::rename(trashPath, elsewhere + u"/kept"_s) && // its inode stays taken
+                    !m_mac->addTextFile(u"~/.Trash/data"_s, "x").isEmpty());
+        else if (change == u"hard link"_s)
+            QCOMPARE(::link(QFile::encodeName(trashPath).constData(),
+                            QFile::encodeName(elsewhere + u"/hard"_s).constData()),
+                     0);
         else if (change == u"link folder"_s) {
             // Its folder still resolves, but through a link higher up.
             const QString base = QFileInfo(original).path().section(u'/', 0, -2);
@@ -113,6 +144,8 @@ private slots:
         QCOMPARE(QFileInfo::exists(QFile::decodeName(item.trashPath)),
                  outcome == Outcome::occupied || outcome == Outcome::failed);
         QVERIFY(!QFileInfo::exists(elsewhere + u"/Acme/data"_s)); // never through the link
+        QCOMPARE(QFileInfo::exists(original),
+                 outcome == Outcome::restored || outcome == Outcome::occupied);
         if (outcome == Outcome::occupied) {
             QFile now(original);
             QVERIFY(now.open(QIODevice::ReadOnly));
