@@ -212,11 +212,14 @@ private slots:
         m_mac->addTextFile(u"~/.Trash/.x"_s, "older");
         const QByteArray home = QFile::encodeName(m_mac->home());
         const QByteArray source = QFile::encodeName(m_mac->path(u"/Library/Caches/"_s)) + name;
+        const QByteArray batch =
+            HelperBatch::encode(HelperRecord{"move", {source, home + "/.Trash/" + name}});
         QProcess helper;
         helper.start(FakePrivilegedShell::helper(),
                      {u"--root"_s, m_mac->root(), u"--home"_s, m_mac->home(), u"--user"_s,
-                      QString::number(otherUser ? 65534 : ::getuid())});
-        helper.write(HelperBatch::encode(HelperRecord{"move", {source, home + "/.Trash/" + name}}));
+                      QString::number(otherUser ? 65534 : ::getuid()), u"--batch-sha256"_s,
+                      QString::fromLatin1(AuthorizationService::batchDigest(batch))});
+        helper.write(batch);
         helper.closeWriteChannel();
         QVERIFY(helper.waitForFinished());
         const auto results = HelperBatch::parseResults(helper.readAllStandardOutput());
