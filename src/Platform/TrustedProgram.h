@@ -14,4 +14,7 @@ public:
 
     // Empty when `path` (absolute) passes; otherwise why not, naming the offending item.
     [[nodiscard]] static QString refusal(const QString &path);
+    // The same for a folder whose contents root will trust (a fake Mac's root): the folder
+    // itself must not be writable by others even when sticky.
+    [[nodiscard]] static QString folderRefusal(const QString &path);
 };

@@ -8,6 +8,7 @@
 #include "Platform/SafeFile.h"
 #include "Platform/SystemLayout.h"
 #include "Platform/ToolRunner.h"
+#include "Platform/TrustedProgram.h"
 #include "Removal/PrivilegedHelper.h"
 
 #include <QCoreApplication>
@@ -16,6 +17,7 @@
 #include <QHash>
 
 #include <cstdio>
+#include <pwd.h>
 #include <unistd.h>
 
 namespace {
@@ -77,6 +79,18 @@ int main(int argc, char *argv[])
     const auto owner = verifiedUser(options.value("--user"));
     if (!owner)
         return refuse("the user does not match the one who authenticated");
+    // As root, everything under the root is believed (its tools, its fake per-user folders):
+    // a root other than "/" must be one only root could have laid out. On the real disk the
+    // home is the user's own, and root's only for a caller that already is root.
+    if (::geteuid() == 0 && root != "/") {
+        if (const QString refusal = TrustedProgram::folderRefusal(QFile::decodeName(root));
+            !refusal.isEmpty())
+            return refuse(qPrintable(refusal));
+    } else if (::geteuid() == 0) {
+        const passwd *account = ::getpwuid(*owner);
+        if (!account || home != account->pw_dir || (*owner == 0 && ::getuid() != 0))
+            return refuse("the home is not the user's own");
+    }
     const QByteArray batchFile = options.value("--batch");
     const auto bytes = batchFile.isEmpty()
                            ? readStandardInput()

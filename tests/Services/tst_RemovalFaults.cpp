@@ -21,6 +21,7 @@
 #include <QTest>
 
 #include <fcntl.h>
+#include <sys/stat.h>
 #include <unistd.h>
 
 using namespace Qt::StringLiterals;
@@ -403,27 +404,37 @@ private slots:
             QVERIFY2(!call.contains(u"bootout"_s), qPrintable(call.join(u' ')));
     }
 
-    // The batch may reach the helper through a file the user's programs rewrite while the
-    // prompt is up: only the batch whose digest the user approved is run.
-    void batchOtherThanTheApprovedOneIsRefused_data()
+    // What the helper refuses to run at all: a batch other than the one whose digest the user
+    // approved (a file the user's programs rewrote while the prompt was up), or a root folder
+    // the user's programs could have laid out (with tools and per-user folders of their own).
+    void helperRefusesWhatWasNotApproved_data()
     {
-        QTest::addColumn<QStringList>("digest");
-        QTest::newRow("digest of another batch") << QStringList{
-            u"--batch-sha256"_s, QString::fromLatin1(AuthorizationService::batchDigest("other"))};
-        QTest::newRow("no digest") << QStringList{};
+        QTest::addColumn<QString>("fault");
+        QTest::newRow("digest of another batch") << u"other digest"_s;
+        QTest::newRow("no digest") << u"no digest"_s;
+        QTest::newRow("root folder writable by all, even sticky") << u"open root"_s;
     }
 
-    void batchOtherThanTheApprovedOneIsRefused()
+    void helperRefusesWhatWasNotApproved()
     {
-        QFETCH(QStringList, digest);
+        QFETCH(QString, fault);
         const QString item = m_mac->addTextFile(u"/Library/Caches/com.acme.writer"_s, "x");
+        const QByteArray batch = HelperBatch::encode(
+            AuthorizationService::commands({{item, trash(u"com.acme.writer"_s)}}, {}, {}));
+        QStringList arguments{u"--root"_s,   m_mac->root(), u"--home"_s,
+                              m_mac->home(), u"--user"_s,   QString::number(::getuid())};
+        if (fault != u"no digest"_s)
+            arguments << u"--batch-sha256"_s
+                      << QString::fromLatin1(AuthorizationService::batchDigest(
+                             fault == u"other digest"_s ? "other"_ba : batch));
+        if (fault == u"open root"_s) {
+            if (::geteuid() != 0)
+                QSKIP("the root folder is checked only when the helper runs as root");
+            QCOMPARE(::chmod(QFile::encodeName(m_mac->root()).constData(), 01777), 0);
+        }
         QProcess helper;
-        helper.start(FakePrivilegedShell::helper(),
-                     QStringList{u"--root"_s, m_mac->root(), u"--home"_s, m_mac->home(),
-                                 u"--user"_s, QString::number(::getuid())} +
-                         digest);
-        helper.write(HelperBatch::encode(
-            AuthorizationService::commands({{item, trash(u"com.acme.writer"_s)}}, {}, {})));
+        helper.start(FakePrivilegedShell::helper(), arguments);
+        helper.write(batch);
         helper.closeWriteChannel();
         QVERIFY(helper.waitForFinished());
         QCOMPARE(helper.exitCode(), 2);
