@@ -57,23 +57,25 @@ void ResultsPresenter::refresh()
     m_refreshPending = false;
     m_hasProtectedFiles = ResultsRules::hasProtectedFiles(sessions());
     m_summaryModel.refresh();
-    const QVariantList groups[4] = {
-        {QVariant::fromValue(body()), isSingleSession(), isSingleSIPApp(), statusText()},
-        {headerTitle(), headerDetail(), versionText(), headerIcons(), hasLogs(),
-         showsFullDiskAccessBanner()},
-        {m_hasProtectedFiles, canUninstall(), canCancel(), footerTitle(), footerDetail(),
-         confirmationMessage(), dropOverlayText()},
-        {hasFailures(), canPutBack()},
+    // One notify signal per group, sent only when a value of that group changed.
+    const auto publish = [this](int group, const QVariantList &values,
+                                void (ResultsPresenter::*notify)()) {
+        if (values == m_shown[group])
+            return;
+        m_shown[group] = values;
+        emit(this->*notify)();
     };
-    void (ResultsPresenter::*const notifiers[4])() = {
-        &ResultsPresenter::bodyChanged, &ResultsPresenter::headerChanged,
-        &ResultsPresenter::footerChanged, &ResultsPresenter::outcomeChanged};
-    for (int group = 0; group < 4; ++group) {
-        if (groups[group] == m_shown[group])
-            continue;
-        m_shown[group] = groups[group];
-        emit(this->*notifiers[group])();
-    }
+    publish(0, {QVariant::fromValue(body()), isSingleSession(), isSingleSIPApp(), statusText()},
+            &ResultsPresenter::bodyChanged);
+    publish(1,
+            {headerTitle(), headerDetail(), versionText(), headerIcons(), hasLogs(),
+             showsFullDiskAccessBanner()},
+            &ResultsPresenter::headerChanged);
+    publish(2,
+            {m_hasProtectedFiles, canUninstall(), canCancel(), footerTitle(), footerDetail(),
+             confirmationMessage(), dropOverlayText()},
+            &ResultsPresenter::footerChanged);
+    publish(3, {hasFailures(), canPutBack()}, &ResultsPresenter::outcomeChanged);
 }
 
 QList<const UninstallSession *> ResultsPresenter::sessions() const

@@ -94,8 +94,7 @@ TestCase {
     }
 
     function session(row) {
-        const model = viewModel.sessionModel
-        return model.data(model.index(row, 0), Qt.UserRole + 1)
+        return fixture.session(row)
     }
 
     function test_fullDiskAccessButtonFollowsTheFlag() {

@@ -5,6 +5,7 @@
 #include "Views/QuenzoUi.h"
 
 #include <QGuiApplication>
+#include <QQmlEngine>
 
 #include "Discovery/FileDiscoveryService.h"
 #include "Platform/PrivilegedShell.h"
@@ -258,6 +259,14 @@ QUrl WindowFixture::documentUrl()
 {
     return QUrl::fromLocalFile(
         m_mac->addTextFile(QStringLiteral("~/Documents/Notes.txt"), "notes"));
+}
+
+QObject *WindowFixture::session(int row)
+{
+    const auto session = viewModel()->sessions().value(row);
+    if (session)
+        QQmlEngine::setObjectOwnership(session.get(), QQmlEngine::CppOwnership);
+    return session.get();
 }
 
 MainViewModel *WindowFixture::viewModel()

@@ -66,6 +66,9 @@ public:
     Q_INVOKABLE static void setAppearance(const QString &appearance);
     // The controller; one per fixture.
     Q_INVOKABLE MainViewModel *viewModel();
+    // The listed session in `row`, kept owned by the controller (an object a script gets back
+    // from a model's data() would otherwise be the script engine's to collect).
+    Q_INVOKABLE QObject *session(int row);
     // Put Back with the real history and restore, its prompt answered like the uninstall's.
     Q_INVOKABLE PutBackPresenter *putBackPresenter();
     // Discovery of the app with this identifier waits until releaseScans().
