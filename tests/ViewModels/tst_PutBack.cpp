@@ -3,6 +3,7 @@
 #include "ViewModels/PutBackPresenter.h"
 
 #include <QAbstractItemModelTester>
+#include <QSemaphore>
 #include <QSignalSpy>
 #include <QTest>
 
@@ -152,9 +153,11 @@ private slots:
         QList<UninstallRecord> stored{record(u"old"_s, 0, {State::moved}),
                                       record(u"new"_s, 60, {State::moved})};
         QStringList restored;
+        QSemaphore running; // the first restore is still under way when the second is asked for
         PutBackPresenter::Dependencies dependencies;
         dependencies.loadRecords = [&] { return stored; };
         dependencies.restore = [&](const UninstallRecord &chosen) {
+            running.acquire();
             restored << chosen.fileName;
             stored[0].items[0].state = State::restored;
             return report({Outcome::restored});
@@ -167,6 +170,7 @@ private slots:
 
         presenter.putBack(1);
         presenter.putBack(0); // ignored: one restore at a time
+        running.release(2);
         QTRY_COMPARE(presenter.state(), PutBackPresenter::State::Restored);
         QCOMPARE(restored, QStringList{u"old"_s});
         QCOMPARE(presenter.headline(), u"Everything Is Back"_s);
