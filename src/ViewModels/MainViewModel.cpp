@@ -29,6 +29,12 @@ QSharedPointer<UninstallSession> makeSession(const AppInfo &placeholder)
                                             &QObject::deleteLater);
 }
 
+template <typename T> void orDefault(T &dependency, const T &fallback)
+{
+    if (!dependency)
+        dependency = fallback;
+}
+
 bool hasStatus(const QList<QSharedPointer<UninstallSession>> &sessions, UninstallStatus::Kind kind)
 {
     return std::any_of(sessions.cbegin(), sessions.cend(),
@@ -55,23 +61,16 @@ MainViewModel::MainViewModel(QObject *parent) : MainViewModel(defaultDependencie
 MainViewModel::MainViewModel(Dependencies dependencies, QObject *parent)
     : QObject(parent), m_dependencies(std::move(dependencies))
 {
+    // What the caller left out is the real thing.
     const Dependencies defaults = defaultDependencies();
-    if (!m_dependencies.discovery)
-        m_dependencies.discovery = defaults.discovery;
-    if (!m_dependencies.uninstall)
-        m_dependencies.uninstall = defaults.uninstall;
-    if (!m_dependencies.ownBundleIdentifier)
-        m_dependencies.ownBundleIdentifier = defaults.ownBundleIdentifier;
-    if (!m_dependencies.fullDiskAccessProbe)
-        m_dependencies.fullDiskAccessProbe = defaults.fullDiskAccessProbe;
-    if (!m_dependencies.openUrl)
-        m_dependencies.openUrl = defaults.openUrl;
-    if (!m_dependencies.copyText)
-        m_dependencies.copyText = defaults.copyText;
-    if (!m_dependencies.shapeIcon)
-        m_dependencies.shapeIcon = defaults.shapeIcon;
-    if (!m_dependencies.findLeftovers)
-        m_dependencies.findLeftovers = defaults.findLeftovers;
+    orDefault(m_dependencies.discovery, defaults.discovery);
+    orDefault(m_dependencies.uninstall, defaults.uninstall);
+    orDefault(m_dependencies.ownBundleIdentifier, defaults.ownBundleIdentifier);
+    orDefault(m_dependencies.fullDiskAccessProbe, defaults.fullDiskAccessProbe);
+    orDefault(m_dependencies.openUrl, defaults.openUrl);
+    orDefault(m_dependencies.copyText, defaults.copyText);
+    orDefault(m_dependencies.shapeIcon, defaults.shapeIcon);
+    orDefault(m_dependencies.findLeftovers, defaults.findLeftovers);
     m_hasFullDiskAccess = m_dependencies.fullDiskAccessProbe();
 }
 
