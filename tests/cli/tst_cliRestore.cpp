@@ -44,7 +44,6 @@ private slots:
         QVERIFY(m_mac->isValid());
         FakeMacRemovalTools::install(*m_mac);
         m_apps.clear();
-        m_before.clear();
         for (const QString &name : {u"Writer"_s, u"Painter"_s}) {
             const QString id = u"com.example."_s + name.toLower();
             FakeMac::App app;
@@ -56,13 +55,13 @@ private slots:
             m_mac->addTextFile(u"/Library/Application Support/"_s + name + u"/data"_s, "admin");
             m_mac->addTextFile(u"~/Library/Preferences/"_s + id + u".plist"_s, "prefs");
         }
-        for (const QString &path : TreeFingerprint::entries(m_mac->root())) {
-            const bool own = path.startsWith(u".fakemac"_s) || path.contains(u"/.Trash"_s);
-            if (!own && !QFileInfo(m_mac->root() + u'/' + path).isDir())
-                m_before.insert(m_mac->root() + u'/' + path, {});
+        m_before.clear();
+        for (const QString &entry : TreeFingerprint::entries(m_mac->root())) {
+            const QString path = m_mac->root() + u'/' + entry;
+            if (!entry.startsWith(u".fakemac"_s) && !entry.contains(u"/.Trash"_s) &&
+                !QFileInfo(path).isDir())
+                m_before.insert(path, TreeFingerprint::of(path));
         }
-        for (auto it = m_before.begin(); it != m_before.end(); ++it)
-            it.value() = TreeFingerprint::of(it.key());
     }
 
     void putsEverythingBack()
@@ -77,23 +76,21 @@ private slots:
         QVERIFY2(restore.out.contains(u"8 items put back."_s), qPrintable(restore.out));
         verifyAllBack();
         // Put back once: a second restore has nothing left to move.
-        const QJsonObject again = cli(u"restore"_s, {u"--last"_s, u"--json"_s}).json();
-        QCOMPARE(again[u"restoredCount"_s].toInt(), 0);
+        QCOMPARE(cli(u"restore"_s, {u"--last"_s, u"--json"_s}).json()[u"restoredCount"_s].toInt(),
+                 0);
     }
 
     void leavesARecreatedPathInTheTrash()
     {
         QCOMPARE(cli(u"uninstall"_s, QStringList{u"--yes"_s} + m_apps).exitCode, 0);
-        const QString taken = m_mac->path(u"~/Library/Preferences/com.example.writer.plist"_s);
-        m_mac->addTextFile(u"~/Library/Preferences/com.example.writer.plist"_s, "new");
+        const QString prefs = u"~/Library/Preferences/com.example.writer.plist"_s;
+        const QString taken = m_mac->addTextFile(prefs, "new");
+        const QByteArray fresh = TreeFingerprint::of(taken);
         const CliRun restore = cli(u"restore"_s, {u"--last"_s});
         QCOMPARE(restore.exitCode, 1);
-        QVERIFY2(restore.out.contains(u"something is at its place now: "_s +
-                                      u"~/Library/Preferences/com.example.writer.plist"_s),
+        QVERIFY2(restore.out.contains(u"something is at its place now: "_s + prefs),
                  qPrintable(restore.out));
-        QFile file(taken);
-        QVERIFY(file.open(QIODevice::ReadOnly));
-        QCOMPARE(file.readAll(), QByteArray("new"));
+        QCOMPARE(TreeFingerprint::of(taken), fresh);
         QVERIFY(QFileInfo::exists(m_mac->trash(u"com.example.writer.plist"_s)));
     }
 
