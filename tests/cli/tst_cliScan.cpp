@@ -1,6 +1,6 @@
 // SPDX-License-Identifier: MIT
-// quenzo-cli scan, run as a user would, on a fake Mac: an app of a suite and a bundle that is
-// not an app.
+// quenzo-cli run as a user would, on a fake Mac: an app of a suite and a bundle that is not an
+// app. Bad arguments end with one line on stderr and exit code 2, before anything is touched.
 #include "fakemac/FakeMacTools.h"
 #include "support/CliRun.h"
 #include "support/DiscoveryScene.h"
@@ -103,6 +103,41 @@ private slots:
         QVERIFY(run.out.contains(
             u"[x] ~/Library/Preferences/com.acme.writer.plist  2 KB  (bundle identifier com.acme.writer)\n"_s));
         QVERIFY(run.out.contains(u"4 of 6 selected"_s));
+    }
+
+    void badArgumentsExitWithTwo_data()
+    {
+        QTest::addColumn<QStringList>("arguments");
+        QTest::addColumn<QString>("message");
+        const FakeMac &mac = m_scene.mac();
+        const QString app = mac.path(u"/Applications/Writer.app"_s);
+        const auto row = [](const char *name, const QStringList &arguments,
+                            const QString &message) {
+            QTest::newRow(name) << arguments << message;
+        };
+        row("no command", {}, u"missing command"_s);
+        row("unknown command", {u"remove"_s, app}, u"unknown command: remove"_s);
+        row("unknown option", {u"scan"_s, u"--fast"_s, app}, u"unknown option: --fast"_s);
+        row("--yes is for uninstall", {u"scan"_s, u"--yes"_s, app}, u"unknown option: --yes"_s);
+        row("root missing", {u"scan"_s, u"--root"_s, u"/nonexistent/quenzo"_s, app},
+            u"no such folder"_s);
+        row("root not a folder", {u"scan"_s, u"--root"_s, u"/etc/hostname"_s, app},
+            u"not a folder"_s);
+        row("root without value", {u"scan"_s, u"--root"_s}, u"--root needs a folder"_s);
+        row("no app", {u"scan"_s, u"--json"_s}, u"no app given"_s);
+        row("uninstall without a terminal or --yes",
+            {u"uninstall"_s, u"--root"_s, mac.root(), u"--home"_s, mac.home(), app}, u"--yes"_s);
+    }
+    void badArgumentsExitWithTwo()
+    {
+        QFETCH(QStringList, arguments);
+        QFETCH(QString, message);
+        const CliRun run = CliRun::of(arguments);
+        QCOMPARE(run.exitCode, 2);
+        QVERIFY2(run.err.contains(message), qPrintable(run.err));
+        QCOMPARE(run.err.count(u'\n'), 1);
+        QVERIFY(run.out.isEmpty());
+        QVERIFY(QFileInfo::exists(m_scene.mac().path(u"/Applications/Writer.app/Contents"_s)));
     }
 };
 

@@ -43,14 +43,6 @@ private slots:
         m_cache = m_mac->addTextFile(u"~/Library/Caches/com.example.writer/cache.db"_s, "cache");
     }
 
-    void refusesWithoutTerminalOrYes()
-    {
-        const CliRun run = cli({});
-        QCOMPARE(run.exitCode, 2);
-        QVERIFY2(run.err.contains(u"--yes"_s), qPrintable(run.err));
-        QVERIFY(QFileInfo::exists(m_app) && QFileInfo::exists(m_cache));
-    }
-
     // The JSON report on stdout, the log streamed on stderr, the items whole in the Trash.
     void movesAndReports()
     {
