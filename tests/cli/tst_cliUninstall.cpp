@@ -7,12 +7,7 @@
 
 #include <QJsonArray>
 #include <QJsonObject>
-#include <QProcess>
-#include <QStandardPaths>
-#include <QTemporaryDir>
 #include <QTest>
-
-#include <unistd.h>
 
 using namespace Qt::StringLiterals;
 
@@ -62,33 +57,6 @@ private slots:
         QVERIFY(!QFileInfo::exists(m_app));
         QCOMPARE(TreeFingerprint::of(m_mac->trash(u"Writer.app"_s)), bundle);
         QVERIFY(QFileInfo::exists(m_mac->trash(u"com.example.writer/cache.db"_s)));
-    }
-
-    // As an ordinary user whose own programs replaced the Trash by a link to a folder of
-    // theirs: nothing is moved into that folder, the user's items stay, the run reports failure.
-    void linkedTrashRefusedForAnUnprivilegedUser()
-    {
-        if (::geteuid() != 0 || QStandardPaths::findExecutable(u"setpriv"_s).isEmpty())
-            QSKIP("needs root and setpriv to act as nobody");
-        QTemporaryDir elsewhere;
-        const QString victim = elsewhere.filePath(u"victim"_s);
-        QVERIFY(QDir().mkpath(victim) && QDir(m_mac->trash({})).removeRecursively());
-        QVERIFY(QFile::link(victim, m_mac->home() + u"/.Trash"_s));
-        const QByteArray cache = TreeFingerprint::of(m_cache);
-        // The fake Mac readable by all, the home and the victim folder nobody's own.
-        QProcess::execute(u"chmod"_s, {u"755"_s, m_mac->root(), elsewhere.path()});
-        QProcess::execute(u"chown"_s, {u"-R"_s, u"nobody:nogroup"_s, m_mac->home(), victim});
-        QProcess process;
-        process.setStandardInputFile(QProcess::nullDevice());
-        process.start(u"setpriv"_s, {u"--reuid=nobody"_s, u"--regid=nogroup"_s, u"--clear-groups"_s,
-                                     QStringLiteral(QUENZO_CLI_PATH), u"uninstall"_s, u"--root"_s,
-                                     m_mac->root(), u"--home"_s, m_mac->home(), u"--yes"_s, m_app});
-        QVERIFY(process.waitForFinished(120'000));
-        QCOMPARE(process.exitCode(), 1);
-        QVERIFY(QDir(victim).isEmpty(QDir::AllEntries | QDir::Hidden | QDir::System |
-                                     QDir::NoDotAndDotDot));
-        QCOMPARE(TreeFingerprint::of(m_cache), cache);
-        QVERIFY(QFileInfo::exists(m_app));
     }
 
     // A privileged move that does not happen (a folder on the way is a link) leaves the item,
