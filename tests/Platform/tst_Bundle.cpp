@@ -149,46 +149,62 @@ class TestBundle : public QObject
 private slots:
     void init() { m_dir = std::make_unique<QTemporaryDir>(); }
 
+    // Beside its Info.plist the bundle holds Resources/AppIcon.icns, Resources/Icon.dat and an
+    // icns outside Resources, which must not be reached through the icon's name.
     void readsInfoDictionary_data()
     {
         QTest::addColumn<QByteArray>("info"); // Contents/Info.plist; empty: none
-        QTest::addColumn<QString>("read");    // identifier|version|executable path
+        QTest::addColumn<QString>("read");    // identifier|version|executable path|icon
         const QString id = u"CFBundleIdentifier"_s;
         const QString version = u"CFBundleShortVersionString"_s;
         const QString executable = u"CFBundleExecutable"_s;
-        const QVariantMap complete{
-            {id, u"com.example.App"_s}, {executable, u"Example"_s}, {version, u"2.1"_s}};
-        const QString completeRead = u"com.example.App|2.1|/Contents/MacOS/Example"_s;
+        const QString icon = u"CFBundleIconFile"_s;
+        const QVariantMap complete{{id, u"com.example.App"_s},
+                                   {executable, u"Example"_s},
+                                   {version, u"2.1"_s},
+                                   {icon, u"AppIcon"_s}};
+        const QString completeRead = u"com.example.App|2.1|/Contents/MacOS/Example|icon"_s;
         QTest::newRow("complete") << PropertyList::toXml(complete) << completeRead;
         QTest::newRow("binary") << PropertyList::toBinary(complete) << completeRead;
         // Only the size is wrong: the list itself is valid.
         QTest::newRow("oversized")
             << PropertyList::toXml(complete).leftJustified(PropertyList::kMaximumSize + 1, ' ')
-            << u"||"_s;
+            << u"|||"_s;
         const auto row = [](const char *name, const QVariant &info, const QString &read) {
             QTest::newRow(name) << PropertyList::toXml(info) << read;
         };
-        row("a list, not a dictionary", QVariantList{u"com.example.App"_s}, u"||"_s);
-        row("identifier empty text", QVariantMap{{id, QString()}}, u"||"_s);
-        row("identifier a number", QVariantMap{{id, qint64(7)}}, u"||"_s);
+        row("a list, not a dictionary", QVariantList{u"com.example.App"_s}, u"|||"_s);
+        row("identifier empty text", QVariantMap{{id, QString()}}, u"|||"_s);
+        row("identifier a number", QVariantMap{{id, qint64(7)}}, u"|||"_s);
         row("version and executable not text",
             QVariantMap{{id, u"com.example.n"_s}, {version, 3.5}, {executable, qint64(1)}},
-            u"com.example.n||"_s);
-        QTest::newRow("no Info.plist") << QByteArray() << u"||"_s;
-        QTest::newRow("garbage Info.plist") << "bplist00 not really"_ba << u"||"_s;
+            u"com.example.n|||"_s);
+        row("icon named with extension", QVariantMap{{icon, u"AppIcon.icns"_s}}, u"|||icon"_s);
+        row("icon of another extension", QVariantMap{{icon, u"Icon.dat"_s}}, u"|||icon"_s);
+        row("icon missing", QVariantMap{{icon, u"Missing"_s}}, u"|||"_s);
+        row("icon name not a text", QVariantMap{{icon, qint64(3)}}, u"|||"_s);
+        row("icon outside Resources", QVariantMap{{icon, u"../Outside"_s}}, u"|||"_s);
+        QTest::newRow("no Info.plist") << QByteArray() << u"|||"_s;
+        QTest::newRow("garbage Info.plist") << "bplist00 not really"_ba << u"|||"_s;
     }
     void readsInfoDictionary()
     {
         QFETCH(QByteArray, info);
         QFETCH(QString, read);
-        const QString path = bundle({{u"Info.plist"_s, info}});
+        const QByteArray image = png(256, 256);
+        const QByteArray file = icns({entry("ic08", image)});
+        const QString path = bundle({{u"Info.plist"_s, info},
+                                     {u"Resources/AppIcon.icns"_s, file},
+                                     {u"Resources/Icon.dat"_s, file},
+                                     {u"Outside.icns"_s, file}});
         const auto opened = Bundle::open(path);
         QVERIFY(opened);
         QCOMPARE(opened->path(), path);
         QCOMPARE(
             QStringList({opened->identifier().value_or(QString()),
                          opened->stringValue(u"CFBundleShortVersionString"_s).value_or(QString()),
-                         opened->executablePath().value_or(path).mid(path.size())})
+                         opened->executablePath().value_or(path).mid(path.size()),
+                         AppIcon::fromIcnsResource(path) == image ? u"icon"_s : QString()})
                 .join(u'|'),
             read);
         // Only folders are bundles.
@@ -253,35 +269,6 @@ private slots:
         QCOMPARE(AppIcon::largestPngInIcns(bytes).value_or(QByteArray()), picked);
     }
 
-    void iconFromBundle_data()
-    {
-        QTest::addColumn<QVariant>("iconFile"); // CFBundleIconFile; invalid leaves it out
-        QTest::addColumn<bool>("found");
-        QTest::newRow("name without extension") << QVariant(u"AppIcon"_s) << true;
-        QTest::newRow("name with extension") << QVariant(u"AppIcon.icns"_s) << true;
-        QTest::newRow("other extension kept") << QVariant(u"Icon.dat"_s) << true;
-        QTest::newRow("file missing") << QVariant(u"Missing"_s) << false;
-        QTest::newRow("no icon key") << QVariant() << false;
-        QTest::newRow("not a text") << QVariant(qint64(3)) << false;
-        // An icns outside Resources must not be reached through the name.
-        QTest::newRow("outside Resources") << QVariant(u"../Outside"_s) << false;
-    }
-    void iconFromBundle()
-    {
-        QFETCH(QVariant, iconFile);
-        QFETCH(bool, found);
-        const QByteArray image = png(256, 256);
-        const QByteArray file = icns({entry("ic08", image)});
-        const QVariantMap info{{u"CFBundleIconFile"_s, iconFile}};
-        const QString path = bundle(
-            {{u"Info.plist"_s, PropertyList::toXml(iconFile.isValid() ? info : QVariantMap())},
-             {u"Resources/AppIcon.icns"_s, file},
-             {u"Resources/Icon.dat"_s, file},
-             {u"Outside.icns"_s, file}});
-        QCOMPARE(AppIcon::fromIcnsResource(path).value_or(QByteArray()),
-                 found ? image : QByteArray());
-    }
-
     void roundTrips_data()
     {
         QTest::addColumn<QByteArray>("bytes");
@@ -305,7 +292,6 @@ private slots:
         QTest::addColumn<QByteArray>("bytes");
         QTest::addColumn<bool>("parses");
         QTest::newRow("empty") << QByteArray() << false;
-        QTest::newRow("text") << "CFBundleIdentifier = com.example;"_ba << false;
         QTest::newRow("over the size limit")
             << QByteArray(PropertyList::kMaximumSize + 1, ' ') << false;
         QTest::newRow("deep xml") << nestedXml(100000) << false;

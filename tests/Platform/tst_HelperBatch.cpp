@@ -96,7 +96,6 @@ private slots:
         QTest::addColumn<PrivilegedShell::Outcome>("outcome");
         QTest::addColumn<QString>("message");
         using O = PrivilegedShell::Outcome;
-        QTest::newRow("ran") << QByteArray() << 0 << O::completed << QString();
         QTest::newRow("ran, with a result") << "\n"_ba << 0 << O::completed << QString();
         QTest::newRow("dismissed, after other lines")
             << "note\n0:312: execution error: User canceled. (-128)\n"_ba << 1 << O::canceled

@@ -64,12 +64,24 @@ private slots:
         }
     }
 
-    // What stands at an item's place now is kept, and the item left in the Trash until the
-    // place is free; each item goes back once.
+    // Then what stands at an item's place now is kept, and the item left in the Trash until the
+    // place is free; each item goes back once, as it was.
     void putsBackWhatItMay()
     {
-        QCOMPARE(cli(u"uninstall"_s, QStringList{u"--yes"_s} + m_apps).exitCode, 0);
-        QVERIFY(!QFileInfo::exists(m_apps.first()));
+        const CliRun uninstall = cli(u"uninstall"_s, QStringList{u"--yes"_s, u"--json"_s} + m_apps);
+        QCOMPARE(uninstall.exitCode, 0);
+        // The JSON report on stdout, the log streamed on stderr.
+        const QJsonObject session = uninstall.json()[u"sessions"_s][0].toObject();
+        QCOMPARE(session[u"status"_s].toString(), u"completed"_s);
+        QCOMPARE(session[u"removedCount"_s].toInt(), 4);
+        QCOMPARE(session[u"failedCount"_s].toInt(), 0);
+        QVERIFY(session[u"removedBytes"_s].toInteger() > 0);
+        QCOMPARE(session[u"logs"_s].toArray().last()[u"message"_s].toString(),
+                 u"✓ Uninstall completed successfully. 4 items moved to the Trash."_s);
+        QVERIFY2(uninstall.err.contains(u"Writer: Starting uninstall process for Writer\n"_s) &&
+                     uninstall.err.contains(
+                         u"Writer: Moved to trash: ~/Library/Caches/com.example.writer\n"_s),
+                 qPrintable(uninstall.err));
         const QJsonArray records = cli(u"history"_s, {u"--json"_s}).json()[u"records"_s].toArray();
         QCOMPARE(records.size(), 1);
         QCOMPARE(records.first()[u"movedCount"_s].toInt(), 8);

@@ -51,33 +51,34 @@ private slots:
         QCOMPARE(json[u"notice"_s].toString(), u"Broken.app couldn't be read as an app."_s);
         QCOMPARE(json[u"sessions"_s].toArray().size(), 1);
         const QJsonObject session = json[u"sessions"_s][0].toObject();
-        QStringList fields;
-        for (const char *key : {"name", "displayName", "bundleIdentifier", "version", "status",
-                                "isSystemProtected", "selectedFilesCount"})
-            fields.append(session[QLatin1String(key)].toVariant().toString());
-        QCOMPARE(fields.join(u'|'), u"Writer.app|Writer|com.acme.writer|2.1|ready|false|4"_s);
+        const auto joined = [](const QJsonValue &object, std::initializer_list<const char *> keys) {
+            QStringList values;
+            for (const char *key : keys)
+                values.append(object[QLatin1String(key)].toVariant().toString());
+            return values.join(u'|');
+        };
+        QCOMPARE(joined(session, {"name", "displayName", "bundleIdentifier", "version", "status",
+                                  "isSystemProtected", "selectedFilesCount"}),
+                 u"Writer.app|Writer|com.acme.writer|2.1|ready|false|4"_s);
         QStringList rows;
         for (const QJsonValue &item : session[u"items"_s].toArray())
-            rows.append(QStringList{
-                item[u"displayPath"_s].toString(), item[u"category"_s].toString(),
-                item[u"isSelected"_s].toBool() ? u"x"_s : u" "_s,
-                QString::number(item[u"confidence"_s].toDouble()), item[u"note"_s].toString(),
-                item[u"packageID"_s].toString(), item[u"reason"_s].toString()}
-                            .join(u'|')
-                            .section(u'/', -1));
-        QCOMPARE(rows,
-                 (QStringList{
-                     u"Writer.app|application|x|1|||the app"_s,
-                     u"ABCDE12345.com.acme.suite|containers| |0.7|Shared with Acme Sheets, "
-                     u"left unselected||app group abcde12345.com.acme.suite"_s,
-                     u"com.acme.common.plist|preferences| |0.7|Shared with Acme Sheets, "
-                     u"left unselected||vendor com.acme"_s,
-                     u"com.acme.writer.plist|preferences|x|1|||bundle identifier com.acme.writer"_s,
-                     u"com.acme.writer|caches|x|1|||bundle identifier com.acme.writer"_s,
-                     u"com.acme.writer.pkg.plist|receipts|x|1||com.acme.writer.pkg|bundle "
-                     u"identifier com.acme.writer"_s}));
-        QCOMPARE(session[u"items"_s][3][u"displayPath"_s].toString(),
-                 u"~/Library/Preferences/com.acme.writer.plist"_s);
+            rows.append(joined(item, {"displayPath", "category", "isSelected", "confidence", "note",
+                                      "packageID", "reason"}));
+        const QString shared = u"Shared with Acme Sheets, left unselected"_s;
+        QCOMPARE(
+            rows,
+            (QStringList{
+                u"/Applications/Writer.app|application|true|1|||the app"_s,
+                u"~/Library/Group Containers/ABCDE12345.com.acme.suite|containers|false|0.7|"_s +
+                    shared + u"||app group abcde12345.com.acme.suite"_s,
+                u"~/Library/Preferences/com.acme.common.plist|preferences|false|0.7|"_s + shared +
+                    u"||vendor com.acme"_s,
+                u"~/Library/Preferences/com.acme.writer.plist|preferences|true|1|||bundle "
+                u"identifier com.acme.writer"_s,
+                u"/Library/Caches/com.acme.writer|caches|true|1|||bundle identifier "
+                u"com.acme.writer"_s,
+                u"/private/var/db/receipts/com.acme.writer.pkg.plist|receipts|true|1||"
+                u"com.acme.writer.pkg|bundle identifier com.acme.writer"_s}));
         const QString found = session[u"logs"_s][0][u"message"_s].toString();
         QVERIFY2(found.startsWith(u"Found 6 files ("_s), qPrintable(found));
     }
@@ -107,37 +108,37 @@ private slots:
 
     void badArgumentsExitWithTwo_data()
     {
-        QTest::addColumn<QStringList>("arguments");
+        QTest::addColumn<QString>("arguments"); // APP, ROOT and HOME stand for the fake Mac's
         QTest::addColumn<QString>("message");
-        const FakeMac &mac = m_scene.mac();
-        const QString app = mac.path(u"/Applications/Writer.app"_s);
-        const auto row = [](const char *name, const QStringList &arguments,
-                            const QString &message) {
-            QTest::newRow(name) << arguments << message;
-        };
-        row("no command", {}, u"missing command"_s);
-        row("unknown command", {u"remove"_s, app}, u"unknown command: remove"_s);
-        row("unknown option", {u"scan"_s, u"--fast"_s, app}, u"unknown option: --fast"_s);
-        row("--yes is for uninstall", {u"scan"_s, u"--yes"_s, app}, u"unknown option: --yes"_s);
-        row("root missing", {u"scan"_s, u"--root"_s, u"/nonexistent/quenzo"_s, app},
-            u"no such folder"_s);
-        row("root not a folder", {u"scan"_s, u"--root"_s, u"/etc/hostname"_s, app},
-            u"not a folder"_s);
-        row("root without value", {u"scan"_s, u"--root"_s}, u"--root needs a folder"_s);
-        row("no app", {u"scan"_s, u"--json"_s}, u"no app given"_s);
-        row("uninstall without a terminal or --yes",
-            {u"uninstall"_s, u"--root"_s, mac.root(), u"--home"_s, mac.home(), app}, u"--yes"_s);
+        QTest::newRow("no command") << QString() << u"missing command"_s;
+        QTest::newRow("unknown command") << u"remove APP"_s << u"unknown command: remove"_s;
+        QTest::newRow("unknown option") << u"scan --fast APP"_s << u"unknown option: --fast"_s;
+        QTest::newRow("--yes is for uninstall")
+            << u"scan --yes APP"_s << u"unknown option: --yes"_s;
+        QTest::newRow("root missing") << u"scan --root /nonexistent/q APP"_s << u"no such folder"_s;
+        QTest::newRow("root not a folder")
+            << u"scan --root /etc/hostname APP"_s << u"not a folder"_s;
+        QTest::newRow("root without value") << u"scan --root"_s << u"--root needs a folder"_s;
+        QTest::newRow("no app") << u"scan --json"_s << u"no app given"_s;
+        QTest::newRow("uninstall without a terminal or --yes")
+            << u"uninstall --root ROOT --home HOME APP"_s << u"--yes"_s;
     }
     void badArgumentsExitWithTwo()
     {
-        QFETCH(QStringList, arguments);
+        QFETCH(QString, arguments);
         QFETCH(QString, message);
-        const CliRun run = CliRun::of(arguments);
+        const FakeMac &mac = m_scene.mac();
+        const QString app = mac.path(u"/Applications/Writer.app"_s);
+        QStringList words = arguments.split(u' ', Qt::SkipEmptyParts);
+        for (QString &word : words)
+            word.replace(u"APP"_s, app)
+                .replace(u"ROOT"_s, mac.root())
+                .replace(u"HOME"_s, mac.home());
+        const CliRun run = CliRun::of(words);
         QCOMPARE(run.exitCode, 2);
-        QVERIFY2(run.err.contains(message), qPrintable(run.err));
-        QCOMPARE(run.err.count(u'\n'), 1);
+        QVERIFY2(run.err.contains(message) && run.err.count(u'\n') == 1, qPrintable(run.err));
         QVERIFY(run.out.isEmpty());
-        QVERIFY(QFileInfo::exists(m_scene.mac().path(u"/Applications/Writer.app/Contents"_s)));
+        QVERIFY(QFileInfo::exists(app + u"/Contents"_s));
     }
 };
 
