@@ -157,7 +157,7 @@ private slots:
         QTest::newRow("itself") << QStringList{u"Quenzo.app"_s, u"B.app"_s}
                                 << QStringList{u"Quenzo.app"_s, u"B.app"_s}
                                 << QStringList{u"B.app"_s} << u"Quenzo can't uninstall itself."_s;
-        for (const QString kind : {u"folder"_s, u"no identifier"_s, u"file"_s, u"missing"_s})
+        for (const QString &kind : {u"folder"_s, u"no identifier"_s, u"file"_s, u"missing"_s})
             QTest::newRow(qPrintable(kind)) << QStringList{kind + u":/Applications/Broken.app"_s}
                                             << brokenApp << none << broken;
     }
@@ -220,7 +220,8 @@ private slots:
         sessions.at(1)->setAllSelected(true);
         viewModel->uninstall();
         QCOMPARE(names(*viewModel), QStringList{u"A.app"_s});
-        QCOMPARE(m_uninstall->batches, QList{QList{sessions.at(1)}});
+        QCOMPARE(m_uninstall->batches.size(), 1);
+        QCOMPARE(m_uninstall->batches.first(), QList{sessions.at(1)});
         QVERIFY(viewModel->isProcessing());
         QVERIFY(!viewModel->canUninstall());
         // A drop while the uninstall runs changes nothing, not even the notice.

@@ -159,7 +159,9 @@ TestCase {
         verify(child("fullDiskAccessBanner").visible)
         const overlay = child("dropOverlay")
         view.isTargeted = true
+        verify(overlay.visible)
         compare(overlay.text, "Drop to add to the list")
+        view.isTargeted = false
 
         // Discovery found the bundle, the cache and the daemon, all selected; the daemon needs an
         // administrator, so the button says Uninstall and the confirmation warns.
@@ -194,6 +196,7 @@ TestCase {
         confirmAndUninstall()
         tryCompare(child("resultsBody"), "state", ResultsPresenter.Uninstalling)
         verify(!child("cancelButton").enabled)
+        view.isTargeted = true
         verify(!overlay.visible)
         compare(child("busyTitle").text, "Uninstalling...")
         tryVerify(() => fixture.exists("~/.Trash/Writer.app"))
