@@ -31,44 +31,33 @@ private:
     }
 
 private slots:
-    void oneSessionHasNoHeading()
-    {
-        UninstallSession session(app(QStringLiteral("Foo.app")));
-        LogListModel model;
-        QAbstractItemModelTester tester(&model);
-        model.setSessions({&session});
-        QVERIFY(model.isEmpty());
-        session.addLog(QStringLiteral("Found 2 files (1 KB)"), true);
-        QVERIFY(!model.isEmpty());
-        QCOMPARE(rows(model), QStringList{QStringLiteral("Found 2 files (1 KB)")});
-        QCOMPARE(model.index(0).data(int(Role::symbol)).toString(),
-                 QStringLiteral("checkmark.circle.fill"));
-    }
-
+    // One app's entries stand alone; with several, each entry joins its app's block under a
+    // heading, also when it comes later.
     void entriesJoinTheirSessionsBlock()
     {
-        UninstallSession a(app(QStringLiteral("A.app"))), b(app(QStringLiteral("B.app"))),
-            c(app(QStringLiteral("C.app")));
-        b.addLog(QStringLiteral("b1"), true);
+        UninstallSession a(app(u"A.app"_s)), b(app(u"B.app"_s)), c(app(u"C.app"_s));
         LogListModel model;
         QAbstractItemModelTester tester(&model);
+        model.setSessions({&a});
+        QVERIFY(model.isEmpty());
+        a.addLog(u"Found 2 files (1 KB)"_s, true);
+        QCOMPARE(rows(model), QStringList{u"Found 2 files (1 KB)"_s});
+        QCOMPARE(model.index(0).data(int(Role::symbol)).toString(), u"checkmark.circle.fill"_s);
+        b.addLog(u"b1"_s, true);
         model.setSessions({&a, &b, &c});
-        QCOMPARE(rows(model), (QStringList{u"#A"_s, u"#B"_s, u"b1"_s, u"#C"_s}));
-        a.addLog(QStringLiteral("a1"), false);
-        b.addLog(QStringLiteral("b2"), true);
-        QCOMPARE(rows(model), (QStringList{u"#A"_s, u"a1"_s, u"#B"_s, u"b1"_s, u"b2"_s, u"#C"_s}));
-        QCOMPARE(model.index(1).data(int(Role::isSuccess)).toBool(), false);
-        QCOMPARE(model.index(1).data(int(Role::symbol)).toString(),
-                 QStringLiteral("xmark.circle.fill"));
+        c.addLog(u"c1"_s, false);
+        a.addLog(u"a2"_s, false);
+        QCOMPARE(rows(model), (QStringList{u"#A"_s, u"Found 2 files (1 KB)"_s, u"a2"_s, u"#B"_s,
+                                           u"b1"_s, u"#C"_s, u"c1"_s}));
+        QCOMPARE(model.index(2).data(int(Role::isSuccess)).toBool(), false);
+        QCOMPARE(model.index(2).data(int(Role::symbol)).toString(), u"xmark.circle.fill"_s);
     }
 
     void timeHasHoursAndMinutesOnly()
     {
-        const QDateTime at(QDate(2024, 5, 1), QTime(14, 7, 33));
-        const QString text = LogListModel::timeText(at);
-        QVERIFY(text.contains(QStringLiteral("07")));
-        QVERIFY(!text.contains(QStringLiteral("33")));
-        QVERIFY(!text.contains(QStringLiteral("2024")));
+        const QString text = LogListModel::timeText(QDateTime(QDate(2024, 5, 1), QTime(14, 7, 33)));
+        QVERIFY2(text.contains(u"07"_s) && !text.contains(u"33"_s) && !text.contains(u"2024"_s),
+                 qPrintable(text));
     }
 };
 

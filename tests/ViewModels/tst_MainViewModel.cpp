@@ -17,6 +17,7 @@ using namespace Qt::StringLiterals;
 
 namespace {
 const QString kOnlyApps = u"Only apps can be quenzed. Drag an app from your Applications folder."_s;
+const QString kOwnIdentifier = u"app.quenzo.Quenzo"_s;
 
 // Finds a fixed list of items for every app, so totals are predictable.
 class FixedDiscovery : public FileDiscoveryService
@@ -64,14 +65,13 @@ private:
     std::unique_ptr<TemporaryFakeMac> m_mac;
     std::shared_ptr<HeldUninstall> m_uninstall;
 
-    std::unique_ptr<MainViewModel>
-    makeViewModel(std::optional<QString> ownIdentifier = std::nullopt)
+    std::unique_ptr<MainViewModel> makeViewModel()
     {
         m_uninstall = std::make_shared<HeldUninstall>();
         MainViewModel::Dependencies dependencies;
         dependencies.discovery = std::make_shared<FixedDiscovery>();
         dependencies.uninstall = m_uninstall;
-        dependencies.ownBundleIdentifier = [ownIdentifier] { return ownIdentifier; };
+        dependencies.ownBundleIdentifier = [] { return kOwnIdentifier; };
         dependencies.fullDiskAccessProbe = [] { return false; };
         auto viewModel = std::make_unique<MainViewModel>(dependencies);
         new QAbstractItemModelTester(viewModel->sessionModel(),
@@ -89,6 +89,23 @@ private:
         return QUrl::fromLocalFile(m_mac->addApp(spec));
     }
 
+    // A dropped item: "A.app" an app in /Applications, "file:", "folder:", "no identifier:"
+    // (an Info.plist without one) or "missing:" a Mac path.
+    QUrl dropped(const QString &item)
+    {
+        const QString kind = item.section(u':', 0, 0), macPath = item.section(u':', 1);
+        if (kind == u"file"_s)
+            m_mac->addFile(macPath, 10);
+        else if (kind == u"folder"_s)
+            m_mac->addFolder(macPath);
+        else if (kind == u"no identifier"_s)
+            m_mac->addPlist(macPath + u"/Contents/Info.plist"_s,
+                            QVariantMap{{u"CFBundleName"_s, u"B"_s}});
+        else if (macPath.isEmpty())
+            return app(item, item == u"Quenzo.app"_s ? kOwnIdentifier : QString());
+        return QUrl::fromLocalFile(m_mac->path(macPath));
+    }
+
     // The sessions' names; the list model the views watch must hold the same sessions.
     static QStringList names(MainViewModel &viewModel)
     {
@@ -98,7 +115,9 @@ private:
             result.append(session->appInfo().name);
             const QModelIndex index = model->index(row++);
             if (model->data(index, int(SessionListModel::Role::session)).value<QObject *>() !=
-                session.get())
+                    session.get() ||
+                model->data(index, int(SessionListModel::Role::displayName)) !=
+                    session->displayName())
                 result.append(u"(not in the list model)"_s);
         }
         if (model->rowCount() != viewModel.sessions().size())
@@ -114,89 +133,60 @@ private slots:
     }
     void cleanup() { m_mac.reset(); }
 
-    void dropWithoutAppsOnlySetsTheNotice()
+    // What a drop lists at once (every bundle, in order, each once), what stays listed once the
+    // bundles are read and discovered, and the notice.
+    void drop_data()
     {
-        const auto viewModel = makeViewModel();
-        const QUrl notes = QUrl::fromLocalFile(m_mac->addFile(u"~/Notes.txt"_s, 3));
-        viewModel->handleDroppedFiles({notes});
-        QCOMPARE(viewModel->notice(), kOnlyApps);
-        QVERIFY(viewModel->sessions().isEmpty());
-
-        viewModel->handleDroppedFiles({app(u"A.app"_s)});
-        viewModel->dismissNotice();
-        viewModel->handleDroppedFiles(
-            {notes, QUrl::fromLocalFile(m_mac->path(u"/Applications/B.APP"_s))});
-        QCOMPARE(viewModel->notice(), kOnlyApps); // capitals are not an app
-        QCOMPARE(names(*viewModel), QStringList{u"A.app"_s});
+        QTest::addColumn<QStringList>("items");
+        QTest::addColumn<QStringList>("listed");
+        QTest::addColumn<QStringList>("kept");
+        QTest::addColumn<QString>("notice");
+        const QString broken = u"Broken.app couldn't be read as an app."_s;
+        const QStringList none, brokenApp{u"Broken.app"_s}, ab{u"A.app"_s, u"B.app"_s};
+        QTest::newRow("a document")
+            << QStringList{u"file:~/Notes.txt"_s} << none << none << kOnlyApps;
+        QTest::newRow("capitals are not an app")
+            << QStringList{u"file:~/Notes.txt"_s, u"missing:/Applications/B.APP"_s} << none << none
+            << kOnlyApps;
+        QTest::newRow("apps among documents, in order")
+            << QStringList{u"A.app"_s, u"file:~/readme.pdf"_s, u"B.app"_s} << ab << ab << QString();
+        QTest::newRow("the same bundle three ways")
+            << QStringList{u"A.app"_s, u"missing:/Applications/./A.app"_s,
+                           u"missing:/Applications/A.app/"_s}
+            << QStringList{u"A.app"_s} << QStringList{u"A.app"_s} << QString();
+        QTest::newRow("itself") << QStringList{u"Quenzo.app"_s, u"B.app"_s}
+                                << QStringList{u"Quenzo.app"_s, u"B.app"_s}
+                                << QStringList{u"B.app"_s} << u"Quenzo can't uninstall itself."_s;
+        for (const QString &kind : {u"folder"_s, u"no identifier"_s, u"file"_s, u"missing"_s})
+            QTest::newRow(qPrintable(kind)) << QStringList{kind + u":/Applications/Broken.app"_s}
+                                            << brokenApp << none << broken;
     }
-
-    void mixedDropKeepsAppsInOrder()
+    void drop()
     {
+        QFETCH(QStringList, items);
+        QFETCH(QStringList, kept);
         const auto viewModel = makeViewModel();
-        const QUrl pdf = QUrl::fromLocalFile(m_mac->addFile(u"~/readme.pdf"_s));
-        viewModel->handleDroppedFiles({app(u"A.app"_s), pdf, app(u"B.app"_s)});
-        QCOMPARE(names(*viewModel), (QStringList{u"A.app"_s, u"B.app"_s}));
-        QCOMPARE(viewModel->sessions().at(0)->appInfo().bundleIdentifier, u"scanning..."_s);
-        QVERIFY(viewModel->isScanning());
-        QVERIFY(!viewModel->canUninstall());
+        QList<QUrl> urls;
+        for (const QString &item : std::as_const(items))
+            urls.append(dropped(item));
+        viewModel->handleDroppedFiles(urls);
+        QTEST(names(*viewModel), "listed");
+        QCOMPARE(viewModel->canUninstall(), false);
         QTRY_VERIFY(!viewModel->isScanning());
-        QVERIFY(!viewModel->notice());
-        const auto &first = viewModel->sessions().at(0);
-        QCOMPARE(first->appInfo().bundleIdentifier, u"com.example.a"_s);
-        QCOMPARE(first->status(), UninstallStatus::ready());
-        QCOMPARE(first->logs().constLast().message, u"Found 3 files (300 bytes)"_s);
-        QVERIFY(viewModel->canUninstall());
+        QTRY_COMPARE(names(*viewModel), kept);
+        QTEST(viewModel->notice().value_or(QString()), "notice");
+        QCOMPARE(viewModel->canUninstall(), !kept.isEmpty());
+        for (const auto &session : viewModel->sessions()) {
+            QCOMPARE(session->appInfo().bundleIdentifier,
+                     u"com.example."_s + session->displayName().toLower());
+            QCOMPARE(session->status(), UninstallStatus::ready());
+            QCOMPARE(session->logs().constLast().message, u"Found 3 files (300 bytes)"_s);
+        }
     }
 
-    void duplicatesAreSkipped()
-    {
-        const auto viewModel = makeViewModel();
-        const QUrl a = app(u"A.app"_s);
-        viewModel->handleDroppedFiles({a, a});
-        QCOMPARE(viewModel->sessions().size(), 1);
-        const QUrl dotted = QUrl::fromLocalFile(m_mac->path(u"/Applications/./A.app"_s));
-        const QUrl slashed = QUrl::fromLocalFile(m_mac->path(u"/Applications/A.app/"_s));
-        viewModel->handleDroppedFiles({dotted, slashed});
-        QCOMPARE(viewModel->sessions().size(), 1);
-        QVERIFY(!viewModel->notice());
-    }
-
-    void unreadableBundlesAreDroppedWithANotice_data()
-    {
-        QTest::addColumn<QString>("kind");
-        QTest::newRow("folder without Info.plist") << u"folder"_s;
-        QTest::newRow("no identifier") << u"no identifier"_s;
-        QTest::newRow("a file") << u"file"_s;
-        QTest::newRow("missing") << u"missing"_s;
-    }
-    void unreadableBundlesAreDroppedWithANotice()
-    {
-        QFETCH(QString, kind);
-        const auto viewModel = makeViewModel();
-        const QString macPath = u"/Applications/Broken.app"_s;
-        if (kind == u"folder"_s)
-            m_mac->addFolder(macPath);
-        else if (kind == u"no identifier"_s)
-            m_mac->addPlist(macPath + u"/Contents/Info.plist"_s,
-                            QVariantMap{{u"CFBundleName"_s, u"Broken"_s}});
-        else if (kind == u"file"_s)
-            m_mac->addFile(macPath, 10);
-        viewModel->handleDroppedFiles({QUrl::fromLocalFile(m_mac->path(macPath))});
-        QCOMPARE(names(*viewModel), QStringList{u"Broken.app"_s}); // listed until it is read
-        QTRY_VERIFY(viewModel->sessions().isEmpty());
-        QCOMPARE(viewModel->notice(), u"Broken.app couldn't be read as an app."_s);
-    }
-
-    void refusesToUninstallItself()
-    {
-        const auto viewModel = makeViewModel(u"com.quenzo.app"_s);
-        viewModel->handleDroppedFiles({app(u"Quenzo.app"_s, u"com.quenzo.app"_s), app(u"B.app"_s)});
-        QTRY_VERIFY(!viewModel->isScanning());
-        QCOMPARE(names(*viewModel), QStringList{u"B.app"_s});
-        QCOMPARE(viewModel->notice(), u"Quenzo can't uninstall itself."_s);
-    }
-
-    void recordsComeFromTheBundle()
+    // The records come from the bundle (a system app, also through a link to it); system apps
+    // count towards no total and never reach the uninstall; only ready, selected sessions do.
+    void uninstallTakesOnlyReadySelectedUnprotectedSessions()
     {
         const auto viewModel = makeViewModel();
         FakeMac::App system;
@@ -205,53 +195,37 @@ private slots:
         system.version = u"3.18"_s;
         system.format = FakeMac::PlistFormat::binary;
         const QString chess = m_mac->addApp(system);
-        m_mac->addSymlink(u"/Applications/Chess.app"_s, chess);
-        viewModel->handleDroppedFiles(
-            {QUrl::fromLocalFile(chess), app(u"B.app"_s),
-             QUrl::fromLocalFile(m_mac->path(u"/Applications/Chess.app"_s))});
+        const QString link = m_mac->addSymlink(u"/Applications/Chess.app"_s, chess);
+        viewModel->handleDroppedFiles({QUrl::fromLocalFile(chess), app(u"A.app"_s), app(u"B.app"_s),
+                                       QUrl::fromLocalFile(link)});
         QTRY_VERIFY(!viewModel->isScanning());
         const auto sessions = viewModel->sessions();
-        QCOMPARE(sessions.size(), 3);
-        QVERIFY(sessions.at(0)->appInfo().isSystemProtected);
+        QCOMPARE(sessions.size(), 4);
         QCOMPARE(sessions.at(0)->appInfo().version, u"3.18"_s);
+        for (const int row : {0, 3})
+            QVERIFY(sessions.at(row)->appInfo().isSystemProtected);
         QVERIFY(!sessions.at(1)->appInfo().isSystemProtected);
-        QVERIFY(sessions.at(2)->appInfo().isSystemProtected); // through the link
         // A dropped link stands for its target; the link is kept to be removed with it.
-        QCOMPARE(sessions.at(2)->appInfo().bundlePath, chess);
-        QCOMPARE(sessions.at(2)->appInfo().droppedLink, m_mac->path(u"/Applications/Chess.app"_s));
-        // Protected apps do not count towards the totals.
-        QCOMPARE(viewModel->selectedFilesCount(), 3);
-        QCOMPARE(viewModel->totalSize(), 300);
-    }
+        QCOMPARE(sessions.at(3)->appInfo().bundlePath, chess);
+        QCOMPARE(sessions.at(3)->appInfo().droppedLink, link);
+        QCOMPARE(viewModel->selectedFilesCount(), 6);
+        QCOMPARE(viewModel->totalSize(), 600);
 
-    void uninstallTakesOnlyReadySelectedUnprotectedSessions()
-    {
-        const auto viewModel = makeViewModel();
-        FakeMac::App system;
-        system.path = u"/System/Applications/Chess.app"_s;
-        system.identifier = u"com.apple.chess"_s;
-        viewModel->handleDroppedFiles(
-            {app(u"A.app"_s), app(u"B.app"_s), QUrl::fromLocalFile(m_mac->addApp(system))});
-        QTRY_VERIFY(!viewModel->isScanning());
-        const auto a = viewModel->sessions().at(0);
-        // Nothing selected: nothing is sent and the list stays.
-        for (const auto &session : viewModel->sessions())
-            session->setAllSelected(false);
-        viewModel->uninstall();
+        for (const auto &session : sessions)
+            session->setAllSelected(session == sessions.at(0));
+        viewModel->uninstall(); // nothing that may go is selected: nothing is sent, the list stays
         QVERIFY(m_uninstall->batches.isEmpty());
-        QCOMPARE(viewModel->sessions().size(), 3);
+        QCOMPARE(viewModel->sessions().size(), 4);
 
-        a->setAllSelected(true);
-        viewModel->sessions().at(2)->setAllSelected(true);
+        sessions.at(1)->setAllSelected(true);
         viewModel->uninstall();
         QCOMPARE(names(*viewModel), QStringList{u"A.app"_s});
         QCOMPARE(m_uninstall->batches.size(), 1);
-        QCOMPARE(m_uninstall->batches.first(), QList{a});
+        QCOMPARE(m_uninstall->batches.first(), QList{sessions.at(1)});
         QVERIFY(viewModel->isProcessing());
         QVERIFY(!viewModel->canUninstall());
-
         // A drop while the uninstall runs changes nothing, not even the notice.
-        viewModel->handleDroppedFiles({QUrl::fromLocalFile(m_mac->addFile(u"~/Notes.txt"_s))});
+        viewModel->handleDroppedFiles({dropped(u"file:~/Notes.txt"_s)});
         viewModel->handleDroppedFiles({app(u"C.app"_s)});
         QVERIFY(!viewModel->notice());
         QCOMPARE(viewModel->sessions().size(), 1);
@@ -259,36 +233,29 @@ private slots:
         m_uninstall->finish();
         QVERIFY(viewModel->isCompleted());
         QVERIFY(!viewModel->canUninstall());
-
-        viewModel->handleDroppedFiles({QUrl::fromLocalFile(m_mac->path(u"~/Notes.txt"_s))});
+        viewModel->handleDroppedFiles({dropped(u"file:~/Notes.txt"_s)});
         QCOMPARE(viewModel->notice(), kOnlyApps);
         QCOMPARE(names(*viewModel), QStringList{u"A.app"_s}); // the finished run stays
-
         viewModel->handleDroppedFiles({app(u"C.app"_s)});
         QCOMPARE(names(*viewModel), QStringList{u"C.app"_s}); // a new batch replaces it
     }
 
+    // A session removed from the list, or the list cleared, no longer reaches the controller.
     void onlyListedSessionsReachTheController()
     {
         const auto viewModel = makeViewModel();
         viewModel->handleDroppedFiles({app(u"A.app"_s), app(u"B.app"_s)});
         QTRY_VERIFY(!viewModel->isScanning());
-        const auto a = viewModel->sessions().at(0);
-        const auto b = viewModel->sessions().at(1);
+        const auto a = viewModel->sessions().at(0), b = viewModel->sessions().at(1);
         QSignalSpy willChange(viewModel.get(), &MainViewModel::willChange);
-
         b->toggleFileSelectionAt(0);
         QCOMPARE(willChange.count(), 1);
-
         viewModel->removeSession(a.get());
         QCOMPARE(names(*viewModel), QStringList{u"B.app"_s});
-        willChange.clear();
-        a->toggleFileSelectionAt(0);
-        QCOMPARE(willChange.count(), 0);
-
         viewModel->clearSessions();
         QVERIFY(viewModel->sessions().isEmpty());
         willChange.clear();
+        a->toggleFileSelectionAt(0);
         b->toggleFileSelectionAt(0);
         QCOMPARE(willChange.count(), 0);
     }
@@ -303,10 +270,9 @@ private slots:
         square.save(&buffer, "PNG");
         const QImage clipped = QImage::fromData(IconShape::rounded(png));
         QCOMPARE(clipped.size(), square.size());
-        QCOMPARE(qAlpha(clipped.pixel(1, 1)), 0);
-        QCOMPARE(qAlpha(clipped.pixel(98, 98)), 0);
-        QCOMPARE(qAlpha(clipped.pixel(50, 0)), 255);
-        QCOMPARE(qAlpha(clipped.pixel(50, 50)), 255);
+        const auto alpha = [&clipped](int x, int y) { return qAlpha(clipped.pixel(x, y)); };
+        QCOMPARE((QList{alpha(1, 1), alpha(98, 98), alpha(50, 0), alpha(50, 50)}),
+                 (QList{0, 0, 255, 255}));
         QCOMPARE(IconShape::rounded("not an image"), QByteArray("not an image"));
     }
 };

@@ -3,6 +3,7 @@
 #include "ViewModels/PutBackPresenter.h"
 
 #include <QAbstractItemModelTester>
+#include <QRegularExpression>
 #include <QSemaphore>
 #include <QSignalSpy>
 #include <QTest>
@@ -60,33 +61,30 @@ private slots:
     {
         QTest::addColumn<QList<State>>("states");
         QTest::addColumn<bool>("canPutBack");
-        QTest::addColumn<QString>("detailStart");
-        QTest::addColumn<QString>("detailEnd");
-
+        QTest::addColumn<QString>("detail"); // a pattern
         QTest::newRow("all in the Trash")
-            << QList{State::moved, State::moved} << true << u"2 items, "_s << u"KB"_s;
+            << QList{State::moved, State::moved} << true << u"^2 items, .*KB$"_s;
         QTest::newRow("all put back")
-            << QList{State::restored} << false << u"1 item, "_s << u"all put back"_s;
+            << QList{State::restored} << false << u"^1 item, .* · all put back$"_s;
         QTest::newRow("partly put back; a planned item never counts")
-            << QList{State::moved, State::restored, State::planned} << true << u"2 items, "_s
-            << u"1 put back"_s;
+            << QList{State::moved, State::restored, State::planned} << true
+            << u"^2 items, .* · 1 put back$"_s;
         QTest::newRow("interrupted before any move")
-            << QList{State::planned} << false << u"0 items, "_s << u"KB"_s;
+            << QList{State::planned} << false << u"^0 items, .*KB$"_s;
     }
 
     void historyRow()
     {
         QFETCH(QList<State>, states);
+        QFETCH(QString, detail);
         HistoryListModel model;
         QAbstractItemModelTester tester(&model);
         model.setRecords({record(u"r"_s, 0, states)});
         using Role = HistoryListModel::Role;
         QTEST(cell(model, 0, Role::canPutBack).toBool(), "canPutBack");
-        const QString detail = cell(model, 0, Role::detailText).toString();
-        QFETCH(QString, detailStart);
-        QFETCH(QString, detailEnd);
-        QVERIFY2(detail.startsWith(detailStart) && detail.endsWith(detailEnd), qPrintable(detail));
-        QVERIFY(cell(model, 0, Role::accessibleName).toString().contains(detail));
+        const QString shown = cell(model, 0, Role::detailText).toString();
+        QVERIFY2(QRegularExpression(detail).match(shown).hasMatch(), qPrintable(shown));
+        QVERIFY(cell(model, 0, Role::accessibleName).toString().contains(shown));
     }
 
     void recordOfTheRunJustFinished_data()

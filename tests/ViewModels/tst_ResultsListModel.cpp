@@ -18,11 +18,12 @@ private:
     QTemporaryDir m_dir;
     std::unique_ptr<FakeMac> m_mac;
 
-    FileItem item(FileCategory category, const QString &macPath = QStringLiteral("~/x"))
+    FileItem item(FileCategory category, const QString &macPath = u"~/x"_s, qint64 size = 0)
     {
         FileItem file;
         file.category = category;
         file.path = m_mac->path(macPath);
+        file.size = size;
         return file;
     }
     static QVariant at(const ResultsListModel &model, int row, Role role)
@@ -44,11 +45,16 @@ private slots:
         m_mac->activate();
     }
 
+    // One app: its files under category headers in declaration order, each row saying in words
+    // what it shows.
     void singleSessionGroupsByCategoryInDeclarationOrder()
     {
+        FileItem cache = item(FileCategory::caches, u"~/Library/Caches/com.acme.writer"_s, 2000);
+        cache.isSelected = false;
+        cache.reason = u"bundle identifier com.acme.writer"_s;
         UninstallSession session(AppInfo{});
-        session.setDiscoveredFiles({item(FileCategory::caches), item(FileCategory::application),
-                                    item(FileCategory::caches)});
+        session.setDiscoveredFiles(
+            {cache, item(FileCategory::application), item(FileCategory::caches)});
         session.setStatus(UninstallStatus::ready());
         ResultsListModel model;
         QAbstractItemModelTester tester(&model);
@@ -56,22 +62,35 @@ private slots:
         QVERIFY(model.byCategory());
         QCOMPARE(kinds(model), (QStringList{u"CategoryHeader"_s, u"File"_s, u"CategoryHeader"_s,
                                             u"File"_s, u"File"_s}));
-        QCOMPARE(at(model, 0, Role::title).toString(), QStringLiteral("Application"));
-        QCOMPARE(at(model, 2, Role::title).toString(), QStringLiteral("Caches"));
-        QCOMPARE(at(model, 2, Role::detail).toString(), QStringLiteral("2 items"));
-        QCOMPARE(at(model, 2, Role::symbol).toString(), QStringLiteral("tray.fill"));
+        const auto text = [&model](int row, Role role) { return at(model, row, role).toString(); };
+        QCOMPARE(
+            (QStringList{text(0, Role::title), text(2, Role::title), text(2, Role::detail),
+                         text(2, Role::symbol), text(2, Role::selectAllName),
+                         text(2, Role::selectNoneName), text(3, Role::accessibleName),
+                         text(3, Role::accessibleDescription)}),
+            (QStringList{u"Application"_s, u"Caches"_s, u"2 items"_s, u"tray.fill"_s,
+                         u"Select all in Caches"_s, u"Select none in Caches"_s,
+                         u"~/Library/Caches/com.acme.writer"_s,
+                         u"2 KB, found by bundle identifier com.acme.writer, not selected"_s}));
         QCOMPARE(at(model, 1, Role::showsCategory).toBool(), false);
-        QCOMPARE(at(model, 3, Role::groupPosition).value<ResultsListModel::GroupPosition>(),
-                 ResultsListModel::GroupPosition::First);
-        QCOMPARE(at(model, 4, Role::groupPosition).value<ResultsListModel::GroupPosition>(),
-                 ResultsListModel::GroupPosition::Last);
+        using Position = ResultsListModel::GroupPosition;
+        QCOMPARE(at(model, 3, Role::groupPosition).value<Position>(), Position::First);
+        QCOMPARE(at(model, 4, Role::groupPosition).value<Position>(), Position::Last);
+        // A header's None acts on its group only; a header is not toggled.
+        model.setAllSelected(2, false);
+        model.toggle(2);
+        QCOMPARE(session.selectedFilesCount(), 1);
+        model.toggle(3);
+        model.setAllSelected(0, true);
+        QCOMPARE(session.selectedFilesCount(), 2);
     }
 
     void severalSessionsShowStateRows()
     {
-        AppInfo system;
+        AppInfo system, writer;
         system.bundlePath = m_mac->path(QStringLiteral("/System/Applications/Chess.app"));
-        UninstallSession scanning(AppInfo{}), ready(AppInfo{}), protectedApp(system);
+        writer.name = u"Writer.app"_s;
+        UninstallSession scanning(AppInfo{}), ready(writer), protectedApp(system);
         ready.setDiscoveredFiles({item(FileCategory::logs), item(FileCategory::caches)});
         ready.setStatus(UninstallStatus::ready());
         protectedApp.setDiscoveredFiles({item(FileCategory::application)});
@@ -86,11 +105,8 @@ private slots:
         // Totals, All and None only for a ready app that is not part of the system.
         QCOMPARE(at(model, 0, Role::showsSelectionButtons).toBool(), false);
         QVERIFY(at(model, 2, Role::detail).toString().startsWith(QStringLiteral("2 of 2 · ")));
+        QCOMPARE(at(model, 2, Role::removeName).toString(), u"Remove Writer from the list"_s);
         QCOMPARE(at(model, 5, Role::showsSelectionButtons).toBool(), false);
-
-        scanning.setDiscoveredFiles({item(FileCategory::other)});
-        scanning.setStatus(UninstallStatus::ready());
-        QCOMPARE(kinds(model).mid(0, 3), (QStringList{u"AppHeader"_s, u"File"_s, u"AppHeader"_s}));
     }
 
     void badgeTakesTheFirstThatApplies_data()
@@ -100,50 +116,44 @@ private slots:
         QTest::addColumn<QString>("note");
         QTest::addColumn<double>("confidence");
         QTest::addColumn<bool>("selected");
-        QTest::addColumn<QString>("text");
-        QTest::addColumn<QString>("tone");
-        QTest::newRow("system over note") << "/System/Library/x" << false << "shared" << 0.7 << true
-                                          << "• Part of macOS - Cannot delete"
-                                          << "Warning";
-        QTest::newRow("protected flag")
-            << "~/x" << true << "" << 1.0 << true << "• Part of macOS - Cannot delete"
-            << "Warning";
+        QTest::addColumn<QString>("badge"); // text, then tone
+        const QString macOS = u"• Part of macOS - Cannot delete Warning"_s;
+        QTest::newRow("system over note")
+            << "/System/Library/x" << false << "shared" << 0.7 << true << macOS;
+        QTest::newRow("protected flag") << "~/x" << true << "" << 1.0 << true << macOS;
         QTest::newRow("note over admin, selected")
-            << "/Library/LaunchDaemons/x" << false << "shared" << 1.0 << true << "• shared"
-            << "Secondary";
+            << "/Library/LaunchDaemons/x" << false << "shared" << 1.0 << true
+            << "• shared Secondary";
         QTest::newRow("note, not selected")
-            << "~/x" << false << "shared" << 1.0 << false << "• shared"
-            << "Warning";
+            << "~/x" << false << "shared" << 1.0 << false << "• shared Warning";
         QTest::newRow("admin over low confidence")
-            << "/Library/Preferences/x" << false << "" << 0.7 << true << "• Requires admin"
-            << "Accent";
-        QTest::newRow("0.79 is low") << "~/x" << false << "" << 0.79 << true << "• Low confidence"
-                                     << "Warning";
-        QTest::newRow("0.8 is not") << "~/x" << false << "" << 0.8 << true << ""
-                                    << "None";
+            << "/Library/Preferences/x" << false << "" << 0.7 << true << "• Requires admin Accent";
+        QTest::newRow("0.79 is low")
+            << "~/x" << false << "" << 0.79 << true << "• Low confidence Warning";
+        QTest::newRow("0.8 is not") << "~/x" << false << "" << 0.8 << true << " None";
     }
     void badgeTakesTheFirstThatApplies()
     {
         QFETCH(QString, macPath);
-        QFETCH(bool, isProtected);
         QFETCH(QString, note);
-        QFETCH(double, confidence);
-        QFETCH(bool, selected);
-        QFETCH(QString, text);
-        QFETCH(QString, tone);
+        QFETCH(QString, badge);
         FileItem file = item(FileCategory::other, macPath);
+        QFETCH(bool, isProtected);
         file.isProtected = isProtected;
         if (!note.isEmpty())
             file.note = note;
+        QFETCH(double, confidence);
         file.confidence = confidence;
+        QFETCH(bool, selected);
         file.isSelected = selected;
         UninstallSession session(AppInfo{});
         session.setDiscoveredFiles({file});
         ResultsListModel model;
         model.setSessions({&session});
-        QCOMPARE(at(model, 1, Role::badgeText).toString(), text);
-        QCOMPARE(at(model, 1, Role::badgeTone).toString(), tone);
-        QCOMPARE(at(model, 1, Role::isSIPProtected).toBool(), text.contains(u"macOS"));
+        QCOMPARE(at(model, 1, Role::badgeText).toString() + u' ' +
+                     at(model, 1, Role::badgeTone).toString(),
+                 badge);
+        QCOMPARE(at(model, 1, Role::isSIPProtected).toBool(), badge.contains(u"macOS"));
     }
 
     void selectionChangesAreReportedOncePerTurn()
@@ -168,26 +178,6 @@ private slots:
         QCOMPARE(changed.first().at(1).toModelIndex().row(), 1000);
         QCOMPARE(at(model, 1, Role::isSelected).toBool(), false);
         QVERIFY(at(model, 0, Role::detail).toString().startsWith(QStringLiteral("0 of 1000")));
-    }
-
-    void headerButtonsActOnTheirGroup()
-    {
-        UninstallSession session(AppInfo{});
-        session.setDiscoveredFiles(
-            {item(FileCategory::caches), item(FileCategory::logs), item(FileCategory::caches)});
-        ResultsListModel model;
-        model.setSessions({&session});
-        const int cachesHeader = kinds(model).lastIndexOf(QStringLiteral("CategoryHeader")) - 0;
-        QCOMPARE(at(model, cachesHeader, Role::title).toString(),
-                 QStringLiteral("Logs & Crash Reports"));
-        model.setAllSelected(0, false); // Caches
-        QCOMPARE(session.selectedFilesCount(), 1);
-        QVERIFY(session.discoveredFiles().at(1).isSelected);
-        model.toggle(1);
-        model.toggle(0); // a header: nothing
-        QCOMPARE(session.selectedFilesCount(), 2);
-        model.setAllSelected(0, true);
-        QCOMPARE(session.selectedFilesCount(), 3);
     }
 
     void removedSessionLeavesNoDanglingRows()
@@ -260,7 +250,7 @@ private slots:
         QTest::addColumn<QString>("filter");
         QTest::addColumn<QStringList>("paths");
         using Order = ResultsListModel::SortOrder;
-        const QString big = u"~/Library/Logs/beta"_s, small = u"~/Library/Caches/Alpha"_s,
+        const QString big = u"~/Library/Logs/Beta"_s, small = u"~/Library/Caches/alpha"_s,
                       mid = u"~/Library/Caches/gamma"_s;
         QTest::newRow("found") << Order::Found << QString() << QStringList{big, small, mid};
         QTest::newRow("name") << Order::Name << QString() << QStringList{small, big, mid};
@@ -274,14 +264,10 @@ private slots:
         QFETCH(ResultsListModel::SortOrder, order);
         QFETCH(QString, filter);
         QFETCH(QStringList, paths);
-        FileItem beta = item(FileCategory::logs, u"~/Library/Logs/beta"_s);
-        beta.size = 300;
-        FileItem alpha = item(FileCategory::caches, u"~/Library/Caches/Alpha"_s);
-        alpha.size = 100;
-        FileItem gamma = item(FileCategory::caches, u"~/Library/Caches/gamma"_s);
-        gamma.size = 200;
         UninstallSession a(AppInfo{}), other(AppInfo{});
-        a.setDiscoveredFiles({beta, alpha, gamma});
+        a.setDiscoveredFiles({item(FileCategory::logs, u"~/Library/Logs/Beta"_s, 300),
+                              item(FileCategory::caches, u"~/Library/Caches/alpha"_s, 100),
+                              item(FileCategory::caches, u"~/Library/Caches/gamma"_s, 200)});
         a.setStatus(UninstallStatus::ready());
         ResultsListModel model;
         QAbstractItemModelTester tester(&model);
@@ -295,46 +281,6 @@ private slots:
                 shown.append(at(model, row, Role::displayPath).toString());
         }
         QCOMPARE(shown, paths);
-    }
-
-    void rowsSayWhatTheyShow_data()
-    {
-        QTest::addColumn<int>("row");
-        QTest::addColumn<Role>("role");
-        QTest::addColumn<QString>("text");
-        QTest::newRow("select all") << 0 << Role::selectAllName << u"Select all in Caches"_s;
-        QTest::newRow("select none") << 0 << Role::selectNoneName << u"Select none in Caches"_s;
-        QTest::newRow("file name")
-            << 1 << Role::accessibleName << u"~/Library/Caches/com.acme.writer"_s;
-        QTest::newRow("file description")
-            << 1 << Role::accessibleDescription
-            << u"2 KB, found by bundle identifier com.acme.writer, not selected"_s;
-    }
-    void rowsSayWhatTheyShow()
-    {
-        QFETCH(int, row);
-        QFETCH(Role, role);
-        QFETCH(QString, text);
-        FileItem file = item(FileCategory::caches, u"~/Library/Caches/com.acme.writer"_s);
-        file.size = 2000;
-        file.isSelected = false;
-        file.reason = u"bundle identifier com.acme.writer"_s;
-        file.path = m_mac->path(u"~/Library/Caches/com.acme.writer"_s);
-        UninstallSession session(AppInfo{});
-        session.setDiscoveredFiles({file});
-        ResultsListModel model;
-        model.setSessions({&session});
-        QCOMPARE(at(model, row, role).toString(), text);
-    }
-
-    void removeNamesTheApp()
-    {
-        AppInfo writer;
-        writer.name = u"Writer.app"_s;
-        UninstallSession a(writer), b(AppInfo{});
-        ResultsListModel model;
-        model.setSessions({&a, &b});
-        QCOMPARE(at(model, 0, Role::removeName).toString(), u"Remove Writer from the list"_s);
     }
 };
 

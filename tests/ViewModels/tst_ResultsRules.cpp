@@ -1,11 +1,11 @@
 // SPDX-License-Identifier: MIT
-#include "Models/ByteCountFormatter.h"
 #include "ViewModels/ResultsRules.h"
 #include "fakemac/FakeMac.h"
 
 #include <QTemporaryDir>
 #include <QtTest>
 
+// The texts built from these rules are checked where the user reads them (tst_Window.qml).
 class ResultsRulesTest : public QObject
 {
     Q_OBJECT
@@ -28,42 +28,6 @@ private slots:
         QVERIFY(m_dir.isValid());
         m_mac = std::make_unique<FakeMac>(m_dir.path());
         m_mac->activate();
-    }
-
-    void confirmationMessage_data()
-    {
-        QTest::addColumn<int>("count");
-        QTest::addColumn<bool>("admin");
-        QTest::addColumn<QString>("expected");
-        const QString size = formattedByteCount(3400000);
-        QTest::newRow("one file, no singular form")
-            << 1 << false
-            << QStringLiteral("Are you sure you want to remove Foo?\n\nThis will move 1 files (") +
-                   size + QStringLiteral(") to the Trash.");
-        QTest::newRow("administrator paragraph")
-            << 12 << true
-            << QStringLiteral("Are you sure you want to remove Foo?\n\nThis will move 12 files (") +
-                   size +
-                   QStringLiteral(") to the Trash.\n\n⚠️ Some files require administrator "
-                                  "privileges. You may be prompted to authenticate with Touch "
-                                  "ID or your password.");
-    }
-    void confirmationMessage()
-    {
-        QFETCH(int, count);
-        QFETCH(bool, admin);
-        QFETCH(QString, expected);
-        QCOMPARE(ResultsRules::confirmationMessage(QStringLiteral("Foo"), count, 3400000, admin),
-                 expected);
-    }
-
-    void batchName()
-    {
-        AppInfo app;
-        app.name = QStringLiteral("Foo.app");
-        UninstallSession a(app), b(app), c(app);
-        QCOMPARE(ResultsRules::batchName({&a}), QStringLiteral("Foo"));
-        QCOMPARE(ResultsRules::batchName({&a, &b, &c}), QStringLiteral("3 apps"));
     }
 
     void hasProtectedFiles_data()
@@ -112,26 +76,6 @@ private slots:
         app.bundlePath = m_mac->path(macPath);
         app.isSystemProtected = flag;
         QCOMPARE(ResultsRules::isSIPProtected(UninstallSession(app)), expected);
-    }
-
-    void selectionSummaryCountsSelectedOfAll()
-    {
-        UninstallSession session(AppInfo{});
-        FileItem a, b, c;
-        a.size = 1000;
-        b.size = 500;
-        c.isSelected = false;
-        session.setDiscoveredFiles({a, b, c});
-        QCOMPARE(ResultsRules::selectionSummary(session),
-                 QStringLiteral("2 of 3 · ") + formattedByteCount(1500));
-    }
-
-    void hasFailures()
-    {
-        UninstallSession a(AppInfo{}), b(AppInfo{});
-        QVERIFY(!ResultsRules::hasFailures({&a, &b}));
-        b.setFailedCount(2);
-        QVERIFY(ResultsRules::hasFailures({&a, &b}));
     }
 };
 

@@ -24,11 +24,9 @@ private slots:
     {
         QFETCH(QList<int>, before);
         QFETCH(QList<int>, after);
-        AppInfo a, b, c;
-        a.name = u"A.app"_s;
-        b.name = u"B.app"_s;
+        AppInfo c;
         c.name = u"C.app"_s;
-        UninstallSession sessions[] = {UninstallSession(a), UninstallSession(b),
+        UninstallSession sessions[] = {UninstallSession(AppInfo{}), UninstallSession(AppInfo{}),
                                        UninstallSession(c)};
         sessions[2].setRemovedCount(3);
         sessions[2].setFailedCount(1);

@@ -35,13 +35,11 @@
 // What the holds and the prompt's answer are now; read by the background threads.
 struct FixtureGates
 {
-    using Behaviour = FakePrivilegedShell::Behaviour;
-
     mutable QMutex mutex;
     QWaitCondition changed;
     QSet<QString> heldScans;
     bool holdPrivilegedStep = false;
-    Behaviour behaviour = Behaviour::runAsCaller;
+    QString shell = QStringLiteral("run");
 
     template <typename Held> void waitWhile(Held held)
     {
@@ -83,11 +81,13 @@ public:
                const QByteArray &input) const override
     {
         m_gates->waitWhile([&] { return m_gates->holdPrivilegedStep; });
-        FixtureGates::Behaviour behaviour;
-        {
-            QMutexLocker lock(&m_gates->mutex);
-            behaviour = m_gates->behaviour;
-        }
+        using Behaviour = FakePrivilegedShell::Behaviour;
+        QMutexLocker lock(&m_gates->mutex);
+        const Behaviour behaviour = m_gates->shell == QLatin1String("cancel") ? Behaviour::cancel
+                                    : m_gates->shell == QLatin1String("fail")
+                                        ? Behaviour::fail
+                                        : Behaviour::runAsCaller;
+        lock.unlock();
         return FakePrivilegedShell(behaviour).run(program, arguments, input);
     }
 
@@ -145,11 +145,6 @@ QByteArray iconFile(const QColor &color)
     return QByteArray("icns") + bigEndian(quint32(8 + entry.size())) + entry;
 }
 
-const QList<std::pair<QString, FakePrivilegedShell::Behaviour>> kBehaviours{
-    {QStringLiteral("run"), FakePrivilegedShell::Behaviour::runAsCaller},
-    {QStringLiteral("cancel"), FakePrivilegedShell::Behaviour::cancel},
-    {QStringLiteral("fail"), FakePrivilegedShell::Behaviour::fail},
-};
 } // namespace
 
 WindowFixture::WindowFixture(QObject *parent)
@@ -181,20 +176,12 @@ WindowFixture::~WindowFixture()
 QString WindowFixture::privilegedShell() const
 {
     QMutexLocker lock(&m_gates->mutex);
-    for (const auto &[name, behaviour] : kBehaviours) {
-        if (behaviour == m_gates->behaviour)
-            return name;
-    }
-    return {};
+    return m_gates->shell;
 }
 
 void WindowFixture::setPrivilegedShell(const QString &behaviour)
 {
-    for (const auto &[name, value] : kBehaviours) {
-        if (name == behaviour)
-            return m_gates->update([this, value] { m_gates->behaviour = value; });
-    }
-    qWarning("WindowFixture: unknown privileged shell behaviour %s", qPrintable(behaviour));
+    m_gates->update([this, &behaviour] { m_gates->shell = behaviour; });
 }
 
 bool WindowFixture::holdPrivilegedStep() const
@@ -217,11 +204,8 @@ bool WindowFixture::applyDescription(const QString &file, QString *error)
     }
     QJsonParseError parseError;
     const QJsonDocument document = QJsonDocument::fromJson(input.readAll(), &parseError);
-    if (!document.isObject()) {
-        *error = file + QStringLiteral(": ") + parseError.errorString();
-        return false;
-    }
-    return m_mac->apply(document.object(), error);
+    *error = file + QStringLiteral(": ") + parseError.errorString();
+    return document.isObject() && m_mac->apply(document.object(), error);
 }
 
 QUrl WindowFixture::addApp(const QString &macPath, const QString &identifier,

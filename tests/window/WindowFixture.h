@@ -29,7 +29,8 @@ class WindowFixture : public QObject
     Q_PROPERTY(QStringList openedUrls READ openedUrls)
     Q_PROPERTY(QStringList copiedTexts MEMBER m_copiedTexts)
     Q_PROPERTY(QString root READ root CONSTANT)
-    // How the administrator prompt answers: "run" (granted), "cancel" or "fail".
+    // How the administrator prompt answers: "run" (granted, also for any other word), "cancel"
+    // or "fail".
     Q_PROPERTY(QString privilegedShell READ privilegedShell WRITE setPrivilegedShell)
     // While true, the privileged step waits (the uninstall stays running) until released.
     Q_PROPERTY(bool holdPrivilegedStep READ holdPrivilegedStep WRITE setHoldPrivilegedStep)
