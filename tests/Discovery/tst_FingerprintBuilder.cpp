@@ -17,7 +17,6 @@ private slots:
     void names_data();
     void names();
     void embeddedBundlesOfTheSameVendorOnly();
-    void embeddedBundlesWithoutAVendorPrefix();
     void siblingsAndGroupSharers();
 };
 
@@ -77,19 +76,16 @@ void tst_FingerprintBuilder::names()
     QFETCH(QStringList, names);
     QFETCH(QStringList, crashReportNames);
     DiscoveryScene scene;
-    FakeMac::App app;
-    app.path = u"/Applications/"_s + bundle;
-    app.identifier = u"com.acme.thing"_s;
-    app.info = info;
-    scene.mac().addApp(app);
     const Fingerprint fp =
-        FingerprintBuilder(ToolRunner()).build(scene.appInfo(app.path, app.identifier));
-    QStringList gotNames(fp.names.cbegin(), fp.names.cend());
-    QStringList gotCrash(fp.crashReportNames.cbegin(), fp.crashReportNames.cend());
-    gotNames.sort();
-    gotCrash.sort();
-    QCOMPARE(gotNames, names);
-    QCOMPARE(gotCrash, crashReportNames);
+        FingerprintBuilder(ToolRunner())
+            .build(scene.addApp(u"/Applications/"_s + bundle, u"com.acme.thing"_s, {}, info));
+    const auto sorted = [](const QSet<QString> &set) {
+        QStringList list(set.cbegin(), set.cend());
+        list.sort();
+        return list;
+    };
+    QCOMPARE(sorted(fp.names), names);
+    QCOMPARE(sorted(fp.crashReportNames), crashReportNames);
 }
 
 void tst_FingerprintBuilder::embeddedBundlesOfTheSameVendorOnly()
@@ -112,18 +108,13 @@ void tst_FingerprintBuilder::embeddedBundlesOfTheSameVendorOnly()
     QCOMPARE(fp.executableNames, (QSet<QString>{u"writer"_s, u"writer launcher"_s, u"share"_s}));
     // Apps inside the app are not other installed apps.
     QVERIFY(fp.otherAppIDs.isEmpty());
-}
 
-void tst_FingerprintBuilder::embeddedBundlesWithoutAVendorPrefix()
-{
     // A two-letter vendor gives no prefix: only identifiers that continue the app's own count.
-    DiscoveryScene scene;
     const AppInfo tool = scene.addApp(u"/Applications/Tool.app"_s, u"com.ab.tool"_s);
-    scene.addApp(u"/Applications/Tool.app/Contents/PlugIns/Helper.appex"_s,
-                 u"com.ab.tool.helper"_s);
-    scene.addApp(u"/Applications/Tool.app/Contents/PlugIns/Kit.appex"_s, u"com.ab.toolkit"_s);
-    const Fingerprint fp = FingerprintBuilder(ToolRunner()).build(tool);
-    QCOMPARE(fp.bundleIDs, (QSet<QString>{u"com.ab.tool"_s, u"com.ab.tool.helper"_s}));
+    for (const QString &id : {u"com.ab.tool.helper"_s, u"com.ab.toolkit"_s})
+        scene.addApp(u"/Applications/Tool.app/Contents/PlugIns/%1.appex"_s.arg(id), id);
+    QCOMPARE(FingerprintBuilder(ToolRunner()).build(tool).bundleIDs,
+             (QSet<QString>{u"com.ab.tool"_s, u"com.ab.tool.helper"_s}));
 }
 
 void tst_FingerprintBuilder::siblingsAndGroupSharers()

@@ -1,6 +1,7 @@
 // SPDX-License-Identifier: MIT
 #include "Discovery/SizeMeasurer.h"
 #include "fakemac/FakeMac.h"
+#include "support/LongNames.h"
 #include "support/UnprivilegedFiles.h"
 
 #include <QTemporaryDir>
@@ -8,6 +9,8 @@
 
 #include <sys/stat.h>
 #include <unistd.h>
+
+using namespace Qt::StringLiterals;
 
 namespace {
 qint64 ownSize(const QString &path)
@@ -31,61 +34,61 @@ void tst_SizeMeasurer::measures()
 {
     QTemporaryDir dir;
     FakeMac mac(dir.path());
-    const QString big = mac.addFile(QStringLiteral("/data/big.bin"), 50'000'000);
-    mac.addFile(QStringLiteral("/t/App.bundle/Contents/a"), 1000);
-    mac.addFile(QStringLiteral("/t/App.bundle/.hidden"), 200);
-    mac.addFile(QStringLiteral("/t/App.bundle/Contents/deep/er/b"), 30);
-    const QString linkToBig = mac.addSymlink(QStringLiteral("/t/App.bundle/big"), big);
-    const QString linkToDir =
-        mac.addSymlink(QStringLiteral("/t/App.bundle/data"), mac.path(QStringLiteral("/data")));
-    const QString dangling = mac.addSymlink(QStringLiteral("/t/App.bundle/.gone"),
-                                            mac.path(QStringLiteral("/nowhere/at/all")));
+    const QString big = mac.addFile(u"/data/big.bin"_s, 50'000'000);
+    const QString item = u"/t/App.bundle"_s;
+    mac.addFile(item + u"/Contents/a"_s, 1000);
+    mac.addFile(item + u"/.hidden"_s, 200);
+    mac.addFile(item + u"/Contents/deep/er/b"_s, 30);
+    // At the name and path limits: a 255-byte name, a path past 1000 bytes.
+    mac.addFile(item + u'/' + LongNames::name255(u"entry-"_s), 300);
+    QVERIFY(mac.addFile(LongNames::deepBelow(mac, item) + u"/leaf"_s, 700).toUtf8().size() > 1000);
+    qint64 links = 0;
+    for (const auto &[name, target] : {std::pair{u"/big"_s, big},
+                                       {u"/data"_s, mac.path(u"/data"_s)},
+                                       {u"/.gone"_s, mac.path(u"/nowhere/at/all"_s)},
+                                       {u"/Contents/self"_s, u"."_s},
+                                       {u"/Contents/up"_s, u".."_s},
+                                       {u"/a"_s, u"b"_s},
+                                       {u"/b"_s, u"a"_s}})
+        links += ownSize(mac.addSymlink(item + name, target));
     // Neither a file nor a link: adds nothing.
-    QCOMPARE(
-        ::mkfifo(
-            QFile::encodeName(mac.path(QStringLiteral("/t/App.bundle/Contents/pipe"))).constData(),
-            0600),
-        0);
-    const QString empty = mac.addFolder(QStringLiteral("/t/Empty"));
-    mac.addFolder(QStringLiteral("/t/Nested/a/b"));
-    const QString bundle = mac.path(QStringLiteral("/t/App.bundle"));
+    QCOMPARE(::mkfifo(QFile::encodeName(mac.path(item + u"/Contents/pipe"_s)).constData(), 0600),
+             0);
+    const QString empty = mac.addFolder(u"/t/Empty"_s);
+    mac.addFolder(u"/t/Nested/a/b"_s);
 
-    // Files and links below, never what the links point at; folders add nothing.
-    QCOMPARE(SizeMeasurer::itemSize(bundle),
-             1000 + 200 + 30 + ownSize(linkToBig) + ownSize(linkToDir) + ownSize(dangling));
+    // Files and links below, never what the links point at, nor loops; folders add nothing.
+    QCOMPARE(SizeMeasurer::itemSize(mac.path(item)), 1000 + 200 + 30 + 300 + 700 + links);
     QCOMPARE(SizeMeasurer::itemSize(big), 50'000'000);
     // A link as the item measures the link, even when it points at a folder.
-    QCOMPARE(SizeMeasurer::itemSize(linkToBig), ownSize(linkToBig));
+    const QString linkToDir = mac.path(item + u"/data"_s);
     QCOMPARE(SizeMeasurer::itemSize(linkToDir), ownSize(linkToDir));
     QVERIFY(ownSize(linkToDir) < 1000);
     // An empty folder (or one holding only folders) measures itself, not 0.
     QVERIFY(ownSize(empty) > 0);
     QCOMPARE(SizeMeasurer::itemSize(empty), ownSize(empty));
-    QCOMPARE(SizeMeasurer::itemSize(mac.path(QStringLiteral("/t/Nested"))),
-             ownSize(mac.path(QStringLiteral("/t/Nested"))));
-    QCOMPARE(SizeMeasurer::itemSize(mac.path(QStringLiteral("/t/missing"))), 0);
+    QCOMPARE(SizeMeasurer::itemSize(mac.path(u"/t/Nested"_s)), ownSize(mac.path(u"/t/Nested"_s)));
+    QCOMPARE(SizeMeasurer::itemSize(mac.path(u"/t/missing"_s)), 0);
 }
 
 void tst_SizeMeasurer::unreadablePartsAddNothing()
 {
     QTemporaryDir dir;
     FakeMac mac(dir.path());
-    mac.addFile(QStringLiteral("/t/Item/readable"), 700);
-    mac.addFile(QStringLiteral("/t/Item/Locked/hidden"), 5000);
+    mac.addFile(u"/t/Item/readable"_s, 700);
+    mac.addFile(u"/t/Item/Locked/hidden"_s, 5000);
     // Whatever the umask: the way down to the item is open to others.
     const auto open = QFileDevice::ReadOwner | QFileDevice::WriteOwner | QFileDevice::ExeOwner |
                       QFileDevice::ReadOther | QFileDevice::ExeOther;
-    for (const QString &folder :
-         {dir.path(), mac.path(QStringLiteral("/t")), mac.path(QStringLiteral("/t/Item"))})
+    for (const QString &folder : {dir.path(), mac.path(u"/t"_s), mac.path(u"/t/Item"_s)})
         QVERIFY(QFile::setPermissions(folder, open));
-    const QString locked = mac.path(QStringLiteral("/t/Item/Locked"));
+    const QString locked = mac.path(u"/t/Item/Locked"_s);
     QVERIFY(QFile::setPermissions(locked, QFileDevice::WriteOwner));
     const qint64 size = [&] {
         const UnprivilegedFiles asUser;
-        return SizeMeasurer::itemSize(mac.path(QStringLiteral("/t/Item")));
+        return SizeMeasurer::itemSize(mac.path(u"/t/Item"_s));
     }();
-    QFile::setPermissions(locked,
-                          QFileDevice::ReadOwner | QFileDevice::WriteOwner | QFileDevice::ExeOwner);
+    QFile::setPermissions(locked, open);
     QCOMPARE(size, 700);
 }
 
