@@ -1,8 +1,6 @@
 // SPDX-License-Identifier: MIT
 #include "FolderHandle.h"
 
-#include "SystemLayout.h"
-
 #include <QFile>
 
 #include <cerrno>
@@ -55,11 +53,9 @@ FolderHandle::~FolderHandle()
         ::close(m_fd);
 }
 
-QByteArray FolderHandle::withoutSystemLinks(const QByteArray &path)
+QByteArray FolderHandle::withoutSystemLinks(const QByteArray &macRoot, const QByteArray &path)
 {
-    QByteArray root = QFile::encodeName(SystemLayout::root());
-    if (root == "/")
-        root.clear();
+    const QByteArray root = macRoot == "/" ? QByteArray() : macRoot;
     for (const char *name : {"var", "tmp", "etc"}) {
         const QByteArray prefix = root + '/' + name;
         if ((path == prefix || path.startsWith(prefix + '/')) && isSystemLink(root, name))
@@ -70,8 +66,7 @@ QByteArray FolderHandle::withoutSystemLinks(const QByteArray &path)
 
 FolderHandle FolderHandle::open(const QByteArray &path, QString *error)
 {
-    const QByteArray resolved = withoutSystemLinks(path);
-    if (!resolved.startsWith('/')) {
+    if (!path.startsWith('/')) {
         *error = QStringLiteral("Not an absolute path");
         return {};
     }
@@ -80,7 +75,7 @@ FolderHandle FolderHandle::open(const QByteArray &path, QString *error)
         *error = reasonFor(errno);
         return {};
     }
-    return top.openBelow(resolved.mid(1), error);
+    return top.openBelow(path.mid(1), error);
 }
 
 FolderHandle FolderHandle::openBelow(const QByteArray &relative, QString *error) const

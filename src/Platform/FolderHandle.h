@@ -24,16 +24,17 @@ public:
 
     // `path` (absolute) walked from "/" one component at a time; a link, a missing folder or
     // anything but a folder anywhere on the way gives nothing, with the reason in `error`.
-    // The Mac's own system links (/var, /tmp, /etc) are resolved textually first.
+    // The caller resolves the Mac's own system links (/var, /tmp, /etc) first.
     [[nodiscard]] static FolderHandle open(const QByteArray &path, QString *error);
     // `relative` (components separated by "/") walked from this folder in the same way.
     [[nodiscard]] FolderHandle openBelow(const QByteArray &relative, QString *error) const;
     // The owner of the folder itself.
     [[nodiscard]] std::optional<uid_t> owner() const;
 
-    // "/var/x" -> "/private/var/x" where the Mac (real or fake) lays these out as links into
-    // /private; any other path unchanged.
-    [[nodiscard]] static QByteArray withoutSystemLinks(const QByteArray &path);
+    // "ROOT/var/x" -> "ROOT/private/var/x" where the Mac whose "/" is `root` (real or fake) lays
+    // these out as links into /private; any other path unchanged.
+    [[nodiscard]] static QByteArray withoutSystemLinks(const QByteArray &root,
+                                                       const QByteArray &path);
 
 private:
     int m_fd = -1;

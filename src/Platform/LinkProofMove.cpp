@@ -58,8 +58,8 @@ std::optional<LinkProofMove> LinkProofMove::open(const QByteArray &root, const Q
                                                  uid_t user, QString *error)
 {
     LinkProofMove result;
-    result.m_rootPath = FolderHandle::withoutSystemLinks(root);
-    result.m_homePath = FolderHandle::withoutSystemLinks(home);
+    result.m_rootPath = root;
+    result.m_homePath = FolderHandle::withoutSystemLinks(root, home);
     result.m_trashPath = result.m_homePath + "/.Trash";
     result.m_root = FolderHandle::open(result.m_rootPath, error);
     if (!result.m_root.isOpen())
@@ -83,7 +83,7 @@ std::optional<LinkProofMove> LinkProofMove::open(const QByteArray &root, const Q
 std::optional<LinkProofMove::Entry> LinkProofMove::entryOf(const QByteArray &path,
                                                            QString *error) const
 {
-    const QByteArray resolved = FolderHandle::withoutSystemLinks(path);
+    const QByteArray resolved = FolderHandle::withoutSystemLinks(m_rootPath, path);
     const qsizetype slash = resolved.lastIndexOf('/');
     const QByteArray name = resolved.mid(slash + 1);
     if (slash < 0 || name.isEmpty() || name == "." || name == "..") {
@@ -124,7 +124,7 @@ LinkProofMove::Outcome LinkProofMove::move(const QByteArray &source,
     const auto to = entryOf(destination, &error);
     if (!to)
         return Outcome{false, {}, error};
-    const QByteArray resolved = FolderHandle::withoutSystemLinks(destination);
+    const QByteArray resolved = FolderHandle::withoutSystemLinks(m_rootPath, destination);
     return rename(from->folder.fd(), from->name, to->folder,
                   resolved.left(resolved.lastIndexOf('/')), to->name, false);
 }
@@ -146,7 +146,7 @@ LinkProofMove::Outcome LinkProofMove::moveOut(const FolderHandle &folder, const 
     const auto to = entryOf(destination, &error);
     if (!to)
         return Outcome{false, {}, error};
-    const QByteArray resolved = FolderHandle::withoutSystemLinks(destination);
+    const QByteArray resolved = FolderHandle::withoutSystemLinks(m_rootPath, destination);
     return rename(folder.fd(), name, to->folder, resolved.left(resolved.lastIndexOf('/')), to->name,
                   false);
 }

@@ -2,7 +2,6 @@
 #include "RenamingTrashMover.h"
 
 #include "Platform/LinkProofMove.h"
-#include "Platform/SystemLayout.h"
 
 #include <QFile>
 
@@ -10,11 +9,11 @@
 
 bool RenamingTrashMover::moveToTrash(const QString &path, QString *error, QString *trashPath) const
 {
-    if (!ensureTrashFolder(error))
+    if (!ensureTrashFolder(m_layout, error))
         return false;
     const auto mover =
-        LinkProofMove::open(QFile::encodeName(SystemLayout::root()),
-                            QFile::encodeName(SystemLayout::home()), ::getuid(), error);
+        LinkProofMove::open(QFile::encodeName(m_layout.root()),
+                            QFile::encodeName(m_layout.home()), ::getuid(), error);
     if (!mover)
         return false;
     const LinkProofMove::Outcome outcome = mover->moveToTrash(QFile::encodeName(path));

@@ -15,18 +15,18 @@
 #include "mac/FileManagerTrash.h"
 #endif
 
-std::shared_ptr<const TrashMover> TrashMover::system()
+std::shared_ptr<const TrashMover> TrashMover::system(const SystemLayout &layout)
 {
 #if defined(Q_OS_MACOS)
-    if (SystemLayout::usesNativeFileServices())
+    if (layout.usesNativeFileServices())
         return std::make_shared<const FileManagerTrash>();
 #endif
-    return std::make_shared<const RenamingTrashMover>();
+    return std::make_shared<const RenamingTrashMover>(layout);
 }
 
-bool TrashMover::ensureTrashFolder(QString *error)
+bool TrashMover::ensureTrashFolder(const SystemLayout &layout, QString *error)
 {
-    const QString trash = SystemLayout::trashDirectory();
+    const QString trash = layout.trashDirectory();
     if (QDir(trash).exists())
         return true;
     if (::mkdir(QFile::encodeName(trash).constData(), 0700) == 0 || errno == EEXIST)

@@ -2,6 +2,8 @@
 #pragma once
 
 #include <QString>
+
+class SystemLayout;
 #include <memory>
 
 // Moves one item into the user's Trash with the user's own rights. Call it on the GUI thread.
@@ -18,8 +20,8 @@ public:
 
     // Makes the user's Trash folder (mode 0700) when it is missing, with the user's own rights,
     // so that a move into it as root never has to create it. False, with the reason, on failure.
-    [[nodiscard]] static bool ensureTrashFolder(QString *error);
+    [[nodiscard]] static bool ensureTrashFolder(const SystemLayout &layout, QString *error);
 
     // NSFileManager on a real Mac; a rename into HOME/.Trash elsewhere and on a fake Mac.
-    [[nodiscard]] static std::shared_ptr<const TrashMover> system();
+    [[nodiscard]] static std::shared_ptr<const TrashMover> system(const SystemLayout &layout);
 };

@@ -25,6 +25,5 @@ int main(int argc, char *argv[])
     }
     if (options->verbose)
         LogCategories::enableVerbose();
-    LayoutOptions::apply(options->root, options->home);
-    return CliRunner(*options).run();
+    return CliRunner(*options, LayoutOptions::layout(options->root, options->home)).run();
 }

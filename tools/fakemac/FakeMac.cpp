@@ -91,9 +91,9 @@ QStringList FakeMac::entries() const
     return result;
 }
 
-void FakeMac::activate() const
+SystemLayout FakeMac::layout() const
 {
-    SystemLayout::set(m_root, m_home);
+    return SystemLayout(m_root, m_home);
 }
 
 QString FakeMac::addApp(const App &app)

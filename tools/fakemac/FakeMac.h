@@ -1,6 +1,8 @@
 // SPDX-License-Identifier: MIT
 #pragma once
 
+#include "Platform/SystemLayout.h"
+
 #include <QByteArray>
 #include <QJsonObject>
 #include <QString>
@@ -43,8 +45,9 @@ public:
     [[nodiscard]] QString trash(const QString &name) const;
     // Everything below the root but the fake Mac's own records, relative and sorted.
     [[nodiscard]] QStringList entries() const;
-    // Makes this fake Mac the one the program sees (SystemLayout).
-    void activate() const;
+    // The layout through which the program sees this fake Mac; its per-user folders are read
+    // now, so take it after setDarwinUserDirectories.
+    [[nodiscard]] SystemLayout layout() const;
 
     // Each returns the real path written.
     QString addApp(const App &app);
