@@ -1,6 +1,8 @@
 // SPDX-License-Identifier: MIT
 #pragma once
 
+#include "Core/Result.h"
+
 #include <QByteArray>
 #include <QString>
 #include <optional>
@@ -25,9 +27,9 @@ public:
     // `path` (absolute) walked from "/" one component at a time; a link, a missing folder or
     // anything but a folder anywhere on the way gives nothing, with the reason in `error`.
     // The caller resolves the Mac's own system links (/var, /tmp, /etc) first.
-    [[nodiscard]] static FolderHandle open(const QByteArray &path, QString *error);
+    [[nodiscard]] static Result<FolderHandle> open(const QByteArray &path);
     // `relative` (components separated by "/") walked from this folder in the same way.
-    [[nodiscard]] FolderHandle openBelow(const QByteArray &relative, QString *error) const;
+    [[nodiscard]] Result<FolderHandle> openBelow(const QByteArray &relative) const;
     // The owner of the folder itself.
     [[nodiscard]] std::optional<uid_t> owner() const;
 

@@ -7,19 +7,16 @@
 
 #include <unistd.h>
 
-bool RenamingTrashMover::moveToTrash(const QString &path, QString *error, QString *trashPath) const
+Result<QString> RenamingTrashMover::moveToTrash(const QString &path) const
 {
-    if (!ensureTrashFolder(m_layout, error))
-        return false;
-    const auto mover =
-        LinkProofMove::open(QFile::encodeName(m_layout.root()),
-                            QFile::encodeName(m_layout.home()), ::getuid(), error);
+    if (const auto refused = ensureTrashFolder(m_layout))
+        return Failure(*refused);
+    const auto mover = LinkProofMove::open(QFile::encodeName(m_layout.root()),
+                                           QFile::encodeName(m_layout.home()), ::getuid());
     if (!mover)
-        return false;
+        return Failure(mover.error());
     const LinkProofMove::Outcome outcome = mover->moveToTrash(QFile::encodeName(path));
     if (!outcome.moved)
-        *error = outcome.error;
-    else if (trashPath)
-        *trashPath = QFile::decodeName(outcome.destination);
-    return outcome.moved;
+        return Failure(outcome.error);
+    return QFile::decodeName(outcome.destination);
 }

@@ -11,8 +11,7 @@ class RenamingTrashMover : public TrashMover
 public:
     explicit RenamingTrashMover(SystemLayout layout) : m_layout(std::move(layout)) {}
 
-    bool moveToTrash(const QString &path, QString *error,
-                     QString *trashPath = nullptr) const override;
+    [[nodiscard]] Result<QString> moveToTrash(const QString &path) const override;
 
 private:
     SystemLayout m_layout;

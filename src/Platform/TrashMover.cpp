@@ -24,13 +24,12 @@ std::shared_ptr<const TrashMover> TrashMover::system(const SystemLayout &layout)
     return std::make_shared<const RenamingTrashMover>(layout);
 }
 
-bool TrashMover::ensureTrashFolder(const SystemLayout &layout, QString *error)
+std::optional<QString> TrashMover::ensureTrashFolder(const SystemLayout &layout)
 {
     const QString trash = layout.trashDirectory();
     if (QDir(trash).exists())
-        return true;
+        return std::nullopt;
     if (::mkdir(QFile::encodeName(trash).constData(), 0700) == 0 || errno == EEXIST)
-        return true;
-    *error = QString::fromLocal8Bit(std::strerror(errno));
-    return false;
+        return std::nullopt;
+    return QString::fromLocal8Bit(std::strerror(errno));
 }

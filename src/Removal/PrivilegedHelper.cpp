@@ -36,14 +36,13 @@ bool isDirectlyIn(const QString &path, const QString &folder)
 } // namespace
 
 PrivilegedHelper::PrivilegedHelper(SystemLayout layout, uid_t user, const ToolRunner &tools)
-    : m_layout(std::move(layout)), m_policy(m_layout), m_tools(tools)
-{
-    m_mover = LinkProofMove::open(QFile::encodeName(m_layout.root()),
-                                  QFile::encodeName(m_layout.home()), user, &m_moverError);
-    if (m_mover)
-        m_journal = RootMoveJournal::open(m_mover->root(), m_mover->root().owner().value_or(0),
-                                          &m_journalError);
-}
+    : m_layout(std::move(layout)), m_policy(m_layout), m_tools(tools),
+      m_mover(LinkProofMove::open(QFile::encodeName(m_layout.root()),
+                                  QFile::encodeName(m_layout.home()), user)),
+      m_journal(m_mover ? RootMoveJournal::open(m_mover->root(),
+                                                m_mover->root().owner().value_or(0))
+                        : Result<RootMoveJournal>(Failure(m_mover.error())))
+{}
 
 QList<HelperRecord> PrivilegedHelper::run(const QList<HelperRecord> &commands) const
 {
@@ -108,7 +107,7 @@ HelperRecord PrivilegedHelper::move(const QByteArray &source, const QByteArray &
     if (!from || !to)
         return failed(source, QStringLiteral("The name is not valid UTF-8"));
     if (!m_mover)
-        return failed(source, m_moverError);
+        return failed(source, m_mover.error());
     // The Trash as the caller names it (the layout's home), before any /private rewriting.
     const QByteArray trash = QFile::encodeName(m_layout.home()) + "/.Trash";
     if (!isAllowedMove(m_policy, *from, *to, QFile::decodeName(trash)))
@@ -121,7 +120,7 @@ HelperRecord PrivilegedHelper::moveToTrash(const QByteArray &source) const
 {
     // An item that could not be recorded could never be put back as root: it is not moved.
     if (!m_journal)
-        return failed(source, m_journalError);
+        return failed(source, m_journal.error());
     const LinkProofMove::Outcome outcome = m_mover->moveToTrash(source);
     if (outcome.moved) {
         // Unrecorded, it is still safely in the Trash; only a restore as root would refuse it.
@@ -143,7 +142,7 @@ HelperRecord PrivilegedHelper::restore(const QByteArray &source,
                                        const QByteArray &destination) const
 {
     if (!m_journal)
-        return failed(source, m_journalError);
+        return failed(source, m_journal.error());
     static int serial = 0;
     const QByteArray held =
         "restore-" + QByteArray::number(qint64(::getpid())) + '-' + QByteArray::number(++serial);

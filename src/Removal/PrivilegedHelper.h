@@ -43,8 +43,6 @@ private:
     SystemLayout m_layout;
     AdminPathPolicy m_policy;
     const ToolRunner &m_tools;
-    std::optional<LinkProofMove> m_mover;
-    QString m_moverError;
-    std::optional<RootMoveJournal> m_journal;
-    QString m_journalError;
+    Result<LinkProofMove> m_mover;
+    Result<RootMoveJournal> m_journal;
 };

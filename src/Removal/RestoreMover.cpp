@@ -41,17 +41,15 @@ public:
     QList<Result> moveBack(const QList<Move> &moves) const override
     {
         QList<Result> results;
-        QString error;
-        const auto mover =
-            LinkProofMove::open(QFile::encodeName(m_layout.root()),
-                                QFile::encodeName(m_layout.home()), ::getuid(), &error);
+        const auto mover = LinkProofMove::open(QFile::encodeName(m_layout.root()),
+                                               QFile::encodeName(m_layout.home()), ::getuid());
         for (const Move &move : moves) {
             if (const auto refused = refusal(move)) {
                 results.append(*refused);
                 continue;
             }
             if (!mover) {
-                results.append({Outcome::failed, error});
+                results.append({Outcome::failed, mover.error()});
                 continue;
             }
             const LinkProofMove::Outcome outcome = mover->move(move.trashPath, move.originalPath);

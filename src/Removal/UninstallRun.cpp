@@ -173,12 +173,14 @@ void UninstallRun::trashFiles(UninstallPlan &plan) const
         bool moved = false;
         QString trashPath;
         MainThread::call(plan.session.get(), [&] {
-            QString reason;
-            moved = m_dependencies.trash->moveToTrash(item.path, &reason, &trashPath);
-            if (!moved)
-                qCDebug(lcRemoval) << "moving" << item.path << "failed:" << reason;
-            if (moved)
-                plan.session->addLog(QStringLiteral("Moved to trash: ") + item.displayPath(), true);
+            const Result<QString> result = m_dependencies.trash->moveToTrash(item.path);
+            moved = result.hasValue();
+            if (!moved) {
+                qCDebug(lcRemoval) << "moving" << item.path << "failed:" << result.error();
+                return;
+            }
+            trashPath = *result;
+            plan.session->addLog(QStringLiteral("Moved to trash: ") + item.displayPath(), true);
         });
         if (moved && m_recorder)
             m_recorder->moved(item.path, trashPath, false);
@@ -210,10 +212,9 @@ void UninstallRun::removeAdminFiles(QList<UninstallPlan> &plans) const
         return;
     // A missing Trash would make every move as root fail, and the user may create their own.
     // Should that fail too, each move fails and its item is logged and counted as failed.
-    QString trashError;
     if (!moves.isEmpty())
-        if (!TrashMover::ensureTrashFolder(m_layout, &trashError))
-            qCDebug(lcRemoval) << "no Trash folder:" << trashError;
+        if (const auto refused = TrashMover::ensureTrashFolder(m_layout))
+            qCDebug(lcRemoval) << "no Trash folder:" << *refused;
     for (const UninstallPlan &plan : std::as_const(plans)) {
         const qsizetype count = plan.adminFiles.size() + plan.receipts.size();
         if (count > 0)

@@ -17,10 +17,9 @@ int main(int argc, char *argv[])
         QTextStream(stdout) << CliOptions::usage();
         return 0;
     }
-    QString error;
-    const auto options = CliOptions::parse(QCoreApplication::arguments(), &error);
+    const auto options = CliOptions::parse(QCoreApplication::arguments());
     if (!options) {
-        QTextStream(stderr) << "quenzo-cli: " << error << " (see quenzo-cli --help)\n";
+        QTextStream(stderr) << "quenzo-cli: " << options.error() << " (see quenzo-cli --help)\n";
         return 2;
     }
     if (options->verbose)

@@ -68,9 +68,9 @@ public:
     // Shell code that appends the script's own call ($0 as a Mac path, then "$@") to calls.log.
     [[nodiscard]] static QByteArray callRecorder();
 
-    // Lays out everything a JSON description names (see docs/fake-mac.md). False, with a
-    // message, when the description is malformed.
-    bool apply(const QJsonObject &description, QString *error);
+    // Lays out everything a JSON description names (see docs/fake-mac.md); what is malformed
+    // in it, if anything.
+    [[nodiscard]] std::optional<QString> apply(const QJsonObject &description);
 
 private:
     QString m_root;
