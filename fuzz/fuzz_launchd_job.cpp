@@ -38,6 +38,7 @@ Fingerprint writerFingerprint(const QString &root)
 struct Scene
 {
     QTemporaryDir root;
+    SystemLayout layout{root.path()};
     Fingerprint fingerprint;
 
     Scene()
@@ -45,7 +46,6 @@ struct Scene
         QDir(root.path()).mkpath(QStringLiteral("Applications/Writer.app/Contents/MacOS"));
         QDir(root.path()).mkpath(QStringLiteral("Applications/Acme Sheets.app/Contents/MacOS"));
         QDir(root.path()).mkpath(QStringLiteral("Users/tester"));
-        SystemLayout::set(root.path());
         fingerprint = writerFingerprint(root.path());
     }
 };
@@ -62,8 +62,8 @@ extern "C" int LLVMFuzzerTestOneInput(const uint8_t *data, size_t size)
     if (value && value->typeId() == QMetaType::QVariantMap)
         plist = value->toMap();
     const QString name = QStringLiteral("com.example.job.plist");
-    const auto match = MatchRules::matchLaunchItem(name, plist, scene.fingerprint);
-    const bool other = MatchRules::startsOtherApp(plist, scene.fingerprint);
+    const auto match = MatchRules::matchLaunchItem(name, plist, scene.fingerprint, scene.layout);
+    const bool other = MatchRules::startsOtherApp(plist, scene.fingerprint, scene.layout);
     const QStringList programs = MatchRules::programPaths(plist);
     // Without a description only the file name can be judged, and it names no app here.
     if (!plist && (match || other || !programs.isEmpty()))

@@ -43,15 +43,16 @@ int main(int argc, char *argv[])
             return 2;
         }
     }
-    LayoutOptions::apply(parser.value(rootOption), parser.value(homeOption));
+    const SystemLayout layout =
+        LayoutOptions::layout(parser.value(rootOption), parser.value(homeOption));
 
-    MainViewModel::Dependencies dependencies = MainViewModel::defaultDependencies();
+    MainViewModel::Dependencies dependencies;
     dependencies.openUrl = [](const QUrl &url) { QDesktopServices::openUrl(url); };
     dependencies.shapeIcon = IconShape::rounded;
     dependencies.copyText = [](const QString &text) {
         QGuiApplication::clipboard()->setText(text);
     };
-    MainViewModel viewModel(dependencies);
+    MainViewModel viewModel(layout, dependencies);
     QQmlApplicationEngine engine;
     QuenzoUi::prepare(engine);
     engine.setInitialProperties({{QStringLiteral("viewModel"), QVariant::fromValue(&viewModel)}});

@@ -118,17 +118,17 @@ void listApplications(const QString &folder, int depth)
 }
 
 // The floor: list every folder discovery lists, then `du -s` the items it found.
-void baseline(const QStringList &foundPaths)
+void baseline(const SystemLayout &layout, const QStringList &foundPaths)
 {
-    listApplications(SystemLayout::path(u"/Applications"_s), 3);
-    listApplications(SystemLayout::path(u"~/Applications"_s), 3);
-    for (const Location &location : SearchLocations::searchLocations())
+    listApplications(layout.path(u"/Applications"_s), 3);
+    listApplications(layout.path(u"~/Applications"_s), 3);
+    for (const Location &location : SearchLocations::searchLocations(layout))
         list(location.path);
     for (const QString &folder :
          {u"~/Library/LaunchAgents"_s, u"/Library/LaunchAgents"_s, u"/Library/LaunchDaemons"_s,
           u"/private/var/db/receipts"_s, u"~"_s, u"~/.config"_s, u"/usr/local/bin"_s,
           u"/opt/homebrew/bin"_s})
-        list(SystemLayout::path(folder));
+        list(layout.path(folder));
     QProcess du;
     du.setStandardOutputFile(QProcess::nullDevice());
     du.start(u"du"_s, QStringList{u"-s"_s} + foundPaths);
@@ -149,11 +149,11 @@ int main(int argc, char *argv[])
     QElapsedTimer timer;
     timer.start();
     layOut(mac);
-    mac.activate();
     out << "Fake Mac: " << kApps << " apps, 20000 other entries, 2 found folders of "
         << kBigFolderFiles << " files (laid out in " << timer.elapsed() << " ms)\n";
 
-    const FileDiscoveryService service;
+    const SystemLayout layout = mac.layout();
+    const FileDiscoveryService service(layout);
     QList<AppInfo> batch;
     for (int i = 0; i < kBatch; ++i)
         batch.append(appInfo(mac, i));
@@ -171,7 +171,7 @@ int main(int argc, char *argv[])
         found = service.discoverFiles(batch.first());
         one.append(millisecondsSince(timer));
         timer.start();
-        baseline(foundPaths);
+        baseline(layout, foundPaths);
         base.append(millisecondsSince(timer));
         timer.start();
         for (const AppInfo &app : std::as_const(batch))

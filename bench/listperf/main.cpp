@@ -42,7 +42,6 @@ int main(int argc, char *argv[])
     QCoreApplication app(argc, argv);
     QTemporaryDir dir;
     FakeMac mac(dir.path());
-    mac.activate();
     FakeMac::App bundle;
     bundle.path = QStringLiteral("/Applications/Big.app");
     bundle.identifier = QStringLiteral("com.example.Big");
@@ -51,7 +50,7 @@ int main(int argc, char *argv[])
     MainViewModel::Dependencies dependencies;
     dependencies.discovery = std::make_shared<ManyItems>(mac.path(QStringLiteral("~/Library")));
     dependencies.fullDiskAccessProbe = [] { return true; };
-    MainViewModel viewModel(std::move(dependencies));
+    MainViewModel viewModel(mac.layout(), std::move(dependencies));
     ResultsPresenter presenter;
     presenter.setViewModel(&viewModel);
     viewModel.handleDroppedFiles({QUrl::fromLocalFile(path)});

@@ -3,6 +3,7 @@
 
 #include "Discovery/MatchRules.h"
 #include "Discovery/SizeMeasurer.h"
+#include "Platform/SystemLayout.h"
 
 #include <QDir>
 #include <QFileInfo>
@@ -36,4 +37,13 @@ FileItem DiscoveryResults::makeItem(const QString &path, FileCategory category, 
     item.note = verdict.note;
     item.reason = match.reason;
     return item;
+}
+
+void DiscoveryResults::describePlaces(QList<FileItem> &items, const SystemLayout &layout)
+{
+    for (FileItem &item : items) {
+        item.shownPath = layout.displayPath(item.path);
+        item.isProtected = item.isProtected || layout.isInSystemFolder(item.path);
+        item.requiresAdmin = layout.isInAdminOnlyFolder(item.path);
+    }
 }

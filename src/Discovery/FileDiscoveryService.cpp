@@ -7,23 +7,23 @@
 #include "Discovery/OwnFolderScans.h"
 #include "Discovery/SearchLocations.h"
 #include "Discovery/SizeMeasurer.h"
-#include "Platform/SystemLayout.h"
 #include "Platform/ToolRunner.h"
 
 #include <QFile>
 
 using namespace Qt::StringLiterals;
 
-FileDiscoveryService::FileDiscoveryService(std::shared_ptr<const ToolRunner> runner,
+FileDiscoveryService::FileDiscoveryService(SystemLayout layout,
+                                           std::shared_ptr<const ToolRunner> runner,
                                            Progress progress)
-    : m_runner(runner ? std::move(runner) : std::make_shared<const ToolRunner>()),
+    : m_layout(std::move(layout)), m_runner(runner ? std::move(runner) : std::make_shared<const ToolRunner>()),
       m_progress(std::move(progress))
 {}
 
 QList<FileItem> FileDiscoveryService::discoverFiles(const AppInfo &app) const
 {
-    report(app, SystemLayout::displayPath(app.bundlePath));
-    const Fingerprint fingerprint = FingerprintBuilder(*m_runner).build(app);
+    report(app, m_layout.displayPath(app.bundlePath));
+    const Fingerprint fingerprint = FingerprintBuilder(m_layout, *m_runner).build(app);
     DiscoveryResults results;
 
     FileItem bundle;
@@ -38,19 +38,21 @@ QList<FileItem> FileDiscoveryService::discoverFiles(const AppInfo &app) const
     results.add(std::move(bundle));
 
     LibraryScan library(fingerprint, results);
-    for (const Location &location : SearchLocations::searchLocations()) {
-        report(app, SystemLayout::displayPath(location.path));
+    for (const Location &location : SearchLocations::searchLocations(m_layout)) {
+        report(app, m_layout.displayPath(location.path));
         library.scan(location);
     }
     report(app, u"launch agents and daemons"_s);
-    OwnFolderScans::scanLaunchItems(fingerprint, results);
+    OwnFolderScans::scanLaunchItems(m_layout, fingerprint, results);
     report(app, u"installer receipts"_s);
-    OwnFolderScans::scanReceipts(fingerprint, results);
+    OwnFolderScans::scanReceipts(m_layout, fingerprint, results);
     report(app, u"~"_s);
-    OwnFolderScans::scanHomeFolder(fingerprint, results);
+    OwnFolderScans::scanHomeFolder(m_layout, fingerprint, results);
     report(app, u"command-line tools"_s);
-    OwnFolderScans::scanCommandLineLinks(fingerprint, results);
-    return results.takeItems();
+    OwnFolderScans::scanCommandLineLinks(m_layout, fingerprint, results);
+    QList<FileItem> items = results.takeItems();
+    DiscoveryResults::describePlaces(items, m_layout);
+    return items;
 }
 
 void FileDiscoveryService::report(const AppInfo &app, const QString &location) const
@@ -59,8 +61,8 @@ void FileDiscoveryService::report(const AppInfo &app, const QString &location) c
         m_progress(app.displayName(), location);
 }
 
-bool FileDiscoveryService::hasFullDiskAccess()
+bool FileDiscoveryService::hasFullDiskAccess(const SystemLayout &layout)
 {
-    QFile database(SystemLayout::path(u"/Library/Application Support/com.apple.TCC/TCC.db"_s));
+    QFile database(layout.path(u"/Library/Application Support/com.apple.TCC/TCC.db"_s));
     return database.open(QIODevice::ReadOnly);
 }

@@ -3,6 +3,7 @@
 
 #include "Models/AppInfo.h"
 #include "Models/FileItem.h"
+#include "Platform/SystemLayout.h"
 
 #include <QList>
 #include <functional>
@@ -19,7 +20,8 @@ public:
     // the discovering thread: it must be thread-safe.
     using Progress = std::function<void(const QString &appName, const QString &location)>;
 
-    explicit FileDiscoveryService(std::shared_ptr<const ToolRunner> runner = {},
+    explicit FileDiscoveryService(SystemLayout layout,
+                                  std::shared_ptr<const ToolRunner> runner = {},
                                   Progress progress = {});
     virtual ~FileDiscoveryService() = default;
 
@@ -27,11 +29,12 @@ public:
     [[nodiscard]] virtual QList<FileItem> discoverFiles(const AppInfo &app) const;
 
     // Whether this process can read the folders the system protects.
-    [[nodiscard]] static bool hasFullDiskAccess();
+    [[nodiscard]] static bool hasFullDiskAccess(const SystemLayout &layout);
 
 private:
     void report(const AppInfo &app, const QString &location) const;
 
+    SystemLayout m_layout;
     std::shared_ptr<const ToolRunner> m_runner;
     Progress m_progress;
 };

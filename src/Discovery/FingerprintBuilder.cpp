@@ -135,7 +135,7 @@ void FingerprintBuilder::addInstalledApps(const QStringList &parts, Fingerprint 
     if (!namespacePrefix.isEmpty())
         idPrefixes.prepend(namespacePrefix);
     for (const InstalledApp &other :
-         InstalledApps::find(m_runner, fingerprint.bundlePath, idPrefixes)) {
+         InstalledApps::find(m_layout, m_runner, fingerprint.bundlePath, idPrefixes)) {
         const QString id = other.identifier.toLower();
         if (id == fingerprint.mainBundleID)
             continue; // another copy of the same app
@@ -192,8 +192,8 @@ Fingerprint FingerprintBuilder::build(const AppInfo &app) const
         if (!fp.otherAppNames.contains(name))
             fp.names.insert(name);
     }
-    const QString macPath = SystemLayout::macPath(fp.bundlePath).value_or(fp.bundlePath);
-    for (const QString &id : ToolQueries::installerPackageIDs(m_runner, macPath))
+    const QString macPath = m_layout.macPath(fp.bundlePath).value_or(fp.bundlePath);
+    for (const QString &id : ToolQueries::installerPackageIDs(m_layout, m_runner, macPath))
         fp.packageIDs.insert(id.toLower());
     std::sort(fp.otherVendorAppNames.begin(), fp.otherVendorAppNames.end());
     for (QStringList &sharers : fp.groupSharers)

@@ -3,6 +3,7 @@
 
 #include "Discovery/Fingerprint.h"
 #include "Models/AppInfo.h"
+#include "Platform/SystemLayout.h"
 
 #include <QStringList>
 
@@ -14,7 +15,9 @@ class ToolRunner;
 class FingerprintBuilder
 {
 public:
-    explicit FingerprintBuilder(const ToolRunner &runner) : m_runner(runner) {}
+    FingerprintBuilder(SystemLayout layout, const ToolRunner &runner)
+        : m_layout(std::move(layout)), m_runner(runner)
+    {}
 
     [[nodiscard]] Fingerprint build(const AppInfo &app) const;
 
@@ -28,5 +31,6 @@ private:
     void addNames(const AppInfo &app, const QVariantMap &info, Fingerprint &fingerprint) const;
     void addInstalledApps(const QStringList &parts, Fingerprint &fingerprint) const;
 
+    SystemLayout m_layout;
     const ToolRunner &m_runner;
 };

@@ -26,13 +26,14 @@ QString vendorApp(const LeftoverName &name)
 }
 } // namespace
 
-InstalledAppClaims InstalledAppClaims::find(const ToolRunner &runner, const QStringList &idPrefixes)
+InstalledAppClaims InstalledAppClaims::find(const SystemLayout &layout, const ToolRunner &runner,
+                                            const QStringList &idPrefixes)
 {
     InstalledAppClaims claims;
-    for (const InstalledApp &app : InstalledApps::find(runner, QString(), idPrefixes)) {
+    for (const InstalledApp &app : InstalledApps::find(layout, runner, QString(), idPrefixes)) {
         claims.addApp(app.path, app.identifier);
-        const QString macPath = SystemLayout::macPath(app.path).value_or(app.path);
-        for (const QString &id : ToolQueries::installerPackageIDs(runner, macPath))
+        const QString macPath = layout.macPath(app.path).value_or(app.path);
+        for (const QString &id : ToolQueries::installerPackageIDs(layout, runner, macPath))
             claims.addIdentifier(id);
     }
     return claims;

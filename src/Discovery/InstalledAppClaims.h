@@ -7,6 +7,7 @@
 #include <QString>
 #include <QStringList>
 
+class SystemLayout;
 class ToolRunner;
 
 // What the installed apps lay claim to: their identifiers (bundles, the bundles they carry, app
@@ -16,7 +17,8 @@ class InstalledAppClaims
 {
 public:
     // The apps of the Applications folders and those the metadata index finds for `idPrefixes`.
-    [[nodiscard]] static InstalledAppClaims find(const ToolRunner &runner,
+    [[nodiscard]] static InstalledAppClaims find(const SystemLayout &layout,
+                                                 const ToolRunner &runner,
                                                  const QStringList &idPrefixes);
 
     void addApp(const QString &bundlePath, const QString &identifier);

@@ -60,15 +60,16 @@ private:
 };
 } // namespace
 
-QList<InstalledApp> find(const ToolRunner &runner, const QString &excludingPath,
+QList<InstalledApp> find(const SystemLayout &layout, const ToolRunner &runner,
+                         const QString &excludingPath,
                          const QStringList &idPrefixes)
 {
     Collector collector(excludingPath);
-    collector.addIn(SystemLayout::path(QStringLiteral("/Applications")), 3);
-    collector.addIn(SystemLayout::path(QStringLiteral("~/Applications")), 3);
+    collector.addIn(layout.path(QStringLiteral("/Applications")), 3);
+    collector.addIn(layout.path(QStringLiteral("~/Applications")), 3);
     for (const QString &prefix : idPrefixes) {
-        for (const QString &macPath : ToolQueries::spotlightApps(runner, prefix))
-            collector.addApp(SystemLayout::path(macPath));
+        for (const QString &macPath : ToolQueries::spotlightApps(layout, runner, prefix))
+            collector.addApp(layout.path(macPath));
     }
     return collector.apps();
 }

@@ -5,6 +5,7 @@
 #include <QString>
 #include <QStringList>
 
+class SystemLayout;
 class ToolRunner;
 
 // One other application on the machine, as found.
@@ -20,7 +21,8 @@ struct InstalledApp
 // Trash.
 namespace InstalledApps {
 
-[[nodiscard]] QList<InstalledApp> find(const ToolRunner &runner, const QString &excludingPath,
+[[nodiscard]] QList<InstalledApp> find(const SystemLayout &layout, const ToolRunner &runner,
+                                       const QString &excludingPath,
                                        const QStringList &idPrefixes);
 
 } // namespace InstalledApps

@@ -37,10 +37,10 @@ bool isPlatformOwn(const QString &name, const LeftoverName &parsed)
 }
 
 // "/Applications/Writer.app/Contents/MacOS/Writer" -> ROOT/Applications/Writer.app
-QString bundleOf(const QString &macProgram)
+QString bundleOf(const SystemLayout &layout, const QString &macProgram)
 {
     const qsizetype end = macProgram.indexOf(QLatin1String(".app/"));
-    return end < 0 ? QString() : SystemLayout::path(macProgram.left(end + 4));
+    return end < 0 ? QString() : layout.path(macProgram.left(end + 4));
 }
 
 // A folder named by one identifier that holds entries named by others (a crash reporter's
@@ -59,11 +59,11 @@ bool isSharedByApps(const LeftoverEntry &entry)
 class Collector
 {
 public:
-    Collector()
+    explicit Collector(const SystemLayout &layout) : m_layout(layout)
     {
-        for (const Location &location : SearchLocations::searchLocations())
+        for (const Location &location : SearchLocations::searchLocations(layout))
             m_scanned.insert(location.path);
-        m_ownData = SystemLayout::path(u"~/Library/Application Support/Quenzo"_s);
+        m_ownData = layout.path(u"~/Library/Application Support/Quenzo"_s);
     }
 
     void addFolder(const QString &folder, FileCategory category, Kind kind, bool dotOnly = false)
@@ -78,7 +78,7 @@ public:
             LeftoverEntry entry{path, category, kind, LeftoverName::parse(name), {}, {}};
             if (isPlatformOwn(name, entry.name) || isSharedByApps(entry))
                 continue;
-            if (kind == Kind::launchJob && !readJob(entry))
+            if (kind == Kind::launchJob && !readJob(m_layout, entry))
                 continue;
             if (kind == Kind::receipt && !readReceipt(name, entry))
                 continue;
@@ -89,7 +89,7 @@ public:
     [[nodiscard]] QList<LeftoverEntry> take() { return std::move(m_entries); }
 
 private:
-    static bool readJob(LeftoverEntry &entry)
+    static bool readJob(const SystemLayout &layout, LeftoverEntry &entry)
     {
         if (!entry.path.endsWith(QLatin1String(".plist")))
             return false;
@@ -100,7 +100,7 @@ private:
         if (const LeftoverName byLabel = LeftoverName::parse(label); byLabel.isIdentifier())
             entry.name = byLabel;
         for (const QString &program : MatchRules::programPaths(plist)) {
-            if (const QString bundle = bundleOf(program); !bundle.isEmpty())
+            if (const QString bundle = bundleOf(layout, program); !bundle.isEmpty())
                 entry.programBundles.append(bundle);
         }
         return !isPlatformOwn(label, entry.name);
@@ -114,30 +114,31 @@ private:
         return true;
     }
 
+    const SystemLayout &m_layout;
     QSet<QString> m_scanned;
     QString m_ownData;
     QList<LeftoverEntry> m_entries;
 };
 } // namespace
 
-QList<LeftoverEntry> list()
+QList<LeftoverEntry> list(const SystemLayout &layout)
 {
-    Collector collector;
-    for (const Location &location : SearchLocations::searchLocations()) {
+    Collector collector(layout);
+    for (const Location &location : SearchLocations::searchLocations(layout)) {
         const Kind kind =
             location.category == FileCategory::containers ? Kind::container : Kind::plain;
         collector.addFolder(location.path, location.category, kind);
     }
-    collector.addFolder(SystemLayout::path(u"~/Library/LaunchAgents"_s), FileCategory::launchAgents,
+    collector.addFolder(layout.path(u"~/Library/LaunchAgents"_s), FileCategory::launchAgents,
                         Kind::launchJob);
-    collector.addFolder(SystemLayout::path(u"/Library/LaunchAgents"_s), FileCategory::launchAgents,
+    collector.addFolder(layout.path(u"/Library/LaunchAgents"_s), FileCategory::launchAgents,
                         Kind::launchJob);
-    collector.addFolder(SystemLayout::path(u"/Library/LaunchDaemons"_s),
+    collector.addFolder(layout.path(u"/Library/LaunchDaemons"_s),
                         FileCategory::launchDaemons, Kind::launchJob);
-    collector.addFolder(SystemLayout::path(u"/private/var/db/receipts"_s), FileCategory::receipts,
+    collector.addFolder(layout.path(u"/private/var/db/receipts"_s), FileCategory::receipts,
                         Kind::receipt);
-    collector.addFolder(SystemLayout::home(), FileCategory::homeFolder, Kind::plain, true);
-    collector.addFolder(SystemLayout::path(u"~/.config"_s), FileCategory::homeFolder, Kind::plain);
+    collector.addFolder(layout.home(), FileCategory::homeFolder, Kind::plain, true);
+    collector.addFolder(layout.path(u"~/.config"_s), FileCategory::homeFolder, Kind::plain);
     return collector.take();
 }
 

@@ -8,6 +8,8 @@
 #include <QString>
 #include <QStringList>
 
+class SystemLayout;
+
 // One entry of a scanned folder that might be an app's leftover.
 struct LeftoverEntry
 {
@@ -32,6 +34,6 @@ struct LeftoverEntry
 // dot-folders, or Quenzo's own data.
 namespace LeftoverEntries {
 
-[[nodiscard]] QList<LeftoverEntry> list();
+[[nodiscard]] QList<LeftoverEntry> list(const SystemLayout &layout);
 
 } // namespace LeftoverEntries

@@ -185,9 +185,9 @@ bool startsWithSeparatedName(const QString &lower, const QString &name)
            next == QLatin1Char(' ');
 }
 
-QString realPath(const QString &macPath)
+QString realPath(const SystemLayout &layout, const QString &macPath)
 {
-    return QDir::cleanPath(SystemLayout::path(macPath));
+    return QDir::cleanPath(layout.path(macPath));
 }
 } // namespace
 
@@ -251,7 +251,7 @@ QString jobLabel(const QString &name, const std::optional<QVariantMap> &plist)
 }
 
 std::optional<Match> matchLaunchItem(const QString &name, const std::optional<QVariantMap> &plist,
-                                     const Fingerprint &fingerprint)
+                                     const Fingerprint &fingerprint, const SystemLayout &layout)
 {
     if (auto found = match(name, fingerprint, false))
         return found;
@@ -272,19 +272,20 @@ std::optional<Match> matchLaunchItem(const QString &name, const std::optional<QV
     }
     const QString inside = fingerprint.bundlePath + QLatin1Char('/');
     for (const QString &program : programPaths(plist)) {
-        if (realPath(program).startsWith(inside))
+        if (realPath(layout, program).startsWith(inside))
             return Match::exact(u"launch job runs the app"_s);
     }
     return std::nullopt;
 }
 
-bool startsOtherApp(const std::optional<QVariantMap> &plist, const Fingerprint &fingerprint)
+bool startsOtherApp(const std::optional<QVariantMap> &plist, const Fingerprint &fingerprint,
+                    const SystemLayout &layout)
 {
     for (const QString &program : programPaths(plist)) {
         const qsizetype end = program.indexOf(QLatin1String(".app/"));
         if (end < 0)
             continue;
-        const QString bundle = realPath(program.left(end) + QLatin1String(".app"));
+        const QString bundle = realPath(layout, program.left(end) + QLatin1String(".app"));
         if (bundle == fingerprint.bundlePath)
             continue;
         if (QFileInfo::exists(bundle))

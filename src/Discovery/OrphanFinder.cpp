@@ -3,6 +3,7 @@
 
 #include "Discovery/IdentifierText.h"
 #include "Discovery/InstalledAppClaims.h"
+#include "Discovery/DiscoveryResults.h"
 #include "Discovery/LeftoverEntries.h"
 #include "Discovery/SizeMeasurer.h"
 #include "Platform/ToolRunner.h"
@@ -246,14 +247,14 @@ private:
 };
 } // namespace
 
-OrphanFinder::OrphanFinder(std::shared_ptr<const ToolRunner> runner)
-    : m_runner(runner ? std::move(runner) : std::make_shared<const ToolRunner>())
+OrphanFinder::OrphanFinder(SystemLayout layout, std::shared_ptr<const ToolRunner> runner)
+    : m_layout(std::move(layout)), m_runner(runner ? std::move(runner) : std::make_shared<const ToolRunner>())
 {}
 
 QList<OrphanGroup> OrphanFinder::find() const
 {
-    const QList<LeftoverEntry> entries = LeftoverEntries::list();
-    const InstalledAppClaims claims = InstalledAppClaims::find(*m_runner, vendorPrefixes(entries));
+    const QList<LeftoverEntry> entries = LeftoverEntries::list(m_layout);
+    const InstalledAppClaims claims = InstalledAppClaims::find(m_layout, *m_runner, vendorPrefixes(entries));
     Grouping grouping(claims);
     QList<LeftoverEntry> plain;
     for (const LeftoverEntry &entry : entries) {
@@ -268,5 +269,8 @@ QList<OrphanGroup> OrphanFinder::find() const
     // Plain names tie to the apps the identifiers revealed, so they come after all of those.
     for (const LeftoverEntry &entry : std::as_const(plain))
         grouping.addPlain(entry);
-    return grouping.groups();
+    QList<OrphanGroup> groups = grouping.groups();
+    for (OrphanGroup &group : groups)
+        DiscoveryResults::describePlaces(group.items, m_layout);
+    return groups;
 }

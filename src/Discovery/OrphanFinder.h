@@ -2,6 +2,7 @@
 #pragma once
 
 #include "Discovery/OrphanGroup.h"
+#include "Platform/SystemLayout.h"
 
 #include <QList>
 #include <memory>
@@ -17,11 +18,12 @@ class ToolRunner;
 class OrphanFinder
 {
 public:
-    explicit OrphanFinder(std::shared_ptr<const ToolRunner> runner = {});
+    explicit OrphanFinder(SystemLayout layout, std::shared_ptr<const ToolRunner> runner = {});
 
     // Groups in name order, items in path order.
     [[nodiscard]] QList<OrphanGroup> find() const;
 
 private:
+    SystemLayout m_layout;
     std::shared_ptr<const ToolRunner> m_runner;
 };

@@ -21,7 +21,7 @@ using namespace Qt::StringLiterals;
 namespace OwnFolderScans {
 
 namespace {
-void scanLaunchFolder(const QString &folder, FileCategory category, bool userWritable,
+void scanLaunchFolder(const SystemLayout &layout, const QString &folder, FileCategory category, bool userWritable,
                       const Fingerprint &fingerprint, DiscoveryResults &results)
 {
     const QLatin1String helperTools("/Library/PrivilegedHelperTools/");
@@ -30,13 +30,13 @@ void scanLaunchFolder(const QString &folder, FileCategory category, bool userWri
             continue;
         const QString path = folder + QLatin1Char('/') + name;
         const std::optional<QVariantMap> plist = PropertyList::readDictionary(path);
-        const auto found = MatchRules::matchLaunchItem(name, plist, fingerprint);
-        if (!found || MatchRules::startsOtherApp(plist, fingerprint))
+        const auto found = MatchRules::matchLaunchItem(name, plist, fingerprint, layout);
+        if (!found || MatchRules::startsOtherApp(plist, fingerprint, layout))
             continue;
         results.add(DiscoveryResults::makeItem(path, category, *found, fingerprint));
         const QString label = MatchRules::jobLabel(name, plist);
         for (const QString &program : MatchRules::programPaths(plist)) {
-            const QString helper = SystemLayout::path(program); // a Mac path inside the job
+            const QString helper = layout.path(program); // a Mac path inside the job
             if (!program.startsWith(helperTools) || !QFileInfo::exists(helper))
                 continue;
             Match byJob = found->kind == Match::Kind::exact
@@ -85,7 +85,7 @@ bool isHomeSystemEntry(const QString &lowerName)
 }
 
 // Where a link found in a folder of command-line tools leads, as a real path.
-QString linkTarget(const QString &link)
+QString linkTarget(const SystemLayout &layout, const QString &link)
 {
     const QByteArray raw = QFile::encodeName(link);
     char buffer[4096];
@@ -95,7 +95,7 @@ QString linkTarget(const QString &link)
     const QString written = QFile::decodeName(QByteArray(buffer, int(length)));
     // An absolute target is a Mac path; a relative one leads from the link's folder.
     if (written.startsWith(QLatin1Char('/')))
-        return QDir::cleanPath(SystemLayout::path(written));
+        return QDir::cleanPath(layout.path(written));
     return QDir::cleanPath(QFileInfo(link).path() + QLatin1Char('/') + written);
 }
 } // namespace
@@ -112,19 +112,21 @@ const QStringList &sharedDotFolders()
     return folders;
 }
 
-void scanLaunchItems(const Fingerprint &fingerprint, DiscoveryResults &results)
+void scanLaunchItems(const SystemLayout &layout, const Fingerprint &fingerprint,
+                     DiscoveryResults &results)
 {
-    scanLaunchFolder(SystemLayout::path(u"~/Library/LaunchAgents"_s), FileCategory::launchAgents,
+    scanLaunchFolder(layout, layout.path(u"~/Library/LaunchAgents"_s), FileCategory::launchAgents,
                      true, fingerprint, results);
-    scanLaunchFolder(SystemLayout::path(u"/Library/LaunchAgents"_s), FileCategory::launchAgents,
+    scanLaunchFolder(layout, layout.path(u"/Library/LaunchAgents"_s), FileCategory::launchAgents,
                      false, fingerprint, results);
-    scanLaunchFolder(SystemLayout::path(u"/Library/LaunchDaemons"_s), FileCategory::launchDaemons,
+    scanLaunchFolder(layout, layout.path(u"/Library/LaunchDaemons"_s), FileCategory::launchDaemons,
                      false, fingerprint, results);
 }
 
-void scanReceipts(const Fingerprint &fingerprint, DiscoveryResults &results)
+void scanReceipts(const SystemLayout &layout, const Fingerprint &fingerprint,
+                  DiscoveryResults &results)
 {
-    const QString folder = SystemLayout::path(u"/private/var/db/receipts"_s);
+    const QString folder = layout.path(u"/private/var/db/receipts"_s);
     for (const QString &name : FolderListing::names(folder)) {
         if (!name.endsWith(QLatin1String(".plist")))
             continue;
@@ -144,14 +146,15 @@ void scanReceipts(const Fingerprint &fingerprint, DiscoveryResults &results)
     }
 }
 
-void scanHomeFolder(const Fingerprint &fingerprint, DiscoveryResults &results)
+void scanHomeFolder(const SystemLayout &layout, const Fingerprint &fingerprint,
+                    DiscoveryResults &results)
 {
     QSet<QString> appNames = fingerprint.names;
     for (const QString &executable : fingerprint.executableNames)
         appNames.insert(normalizedName(executable));
     if (fingerprint.shortName.size() >= 4)
         appNames.insert(fingerprint.shortName);
-    const QString home = SystemLayout::home();
+    const QString home = layout.home();
     for (const QString &name : FolderListing::names(home)) {
         if (name.size() < 2 || !name.startsWith(QLatin1Char('.')) ||
             isHomeSystemEntry(name.toLower()))
@@ -176,15 +179,16 @@ void scanHomeFolder(const Fingerprint &fingerprint, DiscoveryResults &results)
     }
 }
 
-void scanCommandLineLinks(const Fingerprint &fingerprint, DiscoveryResults &results)
+void scanCommandLineLinks(const SystemLayout &layout, const Fingerprint &fingerprint,
+                          DiscoveryResults &results)
 {
     const QString inside = fingerprint.bundlePath + QLatin1Char('/');
     for (const QString &macFolder : {u"/usr/local/bin"_s, u"/opt/homebrew/bin"_s}) {
-        const QString folder = SystemLayout::path(macFolder);
+        const QString folder = layout.path(macFolder);
         for (const QString &name : FolderListing::names(folder)) {
             const QString path = folder + QLatin1Char('/') + name;
             // readlink answers nothing for a file that is not a link: one call per entry.
-            const QString target = linkTarget(path);
+            const QString target = linkTarget(layout, path);
             if (target.isEmpty() || !target.startsWith(inside))
                 continue;
             results.add(DiscoveryResults::makeItem(

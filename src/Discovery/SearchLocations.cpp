@@ -5,7 +5,7 @@
 
 namespace SearchLocations {
 
-QList<Location> searchLocations()
+QList<Location> searchLocations(const SystemLayout &layout)
 {
     using Rule = Location::Rule;
     using C = FileCategory;
@@ -67,9 +67,9 @@ QList<Location> searchLocations()
     };
     QList<Location> locations;
     for (const Row &row : kRows)
-        locations.append({SystemLayout::path(QString::fromUtf16(row.macPath)), row.category,
+        locations.append({layout.path(QString::fromUtf16(row.macPath)), row.category,
                           row.rule, row.entersLinks});
-    for (const QString &directory : SystemLayout::darwinUserDirectories())
+    for (const QString &directory : layout.darwinUserDirectories())
         locations.append({directory, C::temporary, Rule::identifiers});
     return locations;
 }

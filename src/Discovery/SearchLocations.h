@@ -6,6 +6,8 @@
 #include <QList>
 #include <QString>
 
+class SystemLayout;
+
 // One folder discovery lists, one level deep, and how its entries are judged.
 struct Location
 {
@@ -27,7 +29,7 @@ namespace SearchLocations {
 
 // The Library folders where apps leave files, in scan order (which is also the order of the
 // results and decides which of two overlapping finds is kept), then the per-user cache and
-// temporary folders. Built on every call from SystemLayout.
-[[nodiscard]] QList<Location> searchLocations();
+// temporary folders, under the layout's root and home.
+[[nodiscard]] QList<Location> searchLocations(const SystemLayout &layout);
 
 } // namespace SearchLocations

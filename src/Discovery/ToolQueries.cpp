@@ -20,10 +20,11 @@ QStringList outputLines(const ToolResult &result)
 }
 } // namespace
 
-QStringList installerPackageIDs(const ToolRunner &runner, const QString &macPath)
+QStringList installerPackageIDs(const SystemLayout &layout, const ToolRunner &runner,
+                                const QString &macPath)
 {
     const ToolResult result =
-        runner.run(SystemLayout::path(QStringLiteral("/usr/sbin/pkgutil")),
+        runner.run(layout.path(QStringLiteral("/usr/sbin/pkgutil")),
                    {QStringLiteral("--file-info"), macPath}, ToolRunner::ErrorOutput::discard);
     QStringList ids;
     const QLatin1String key("pkgid: ");
@@ -44,7 +45,8 @@ QString spotlightQuery(const QString &prefix)
            prefix + QStringLiteral("*'c");
 }
 
-QStringList spotlightApps(const ToolRunner &runner, const QString &prefix)
+QStringList spotlightApps(const SystemLayout &layout, const ToolRunner &runner,
+                          const QString &prefix)
 {
     QString bare = prefix;
     if (bare.endsWith(QLatin1Char('.')))
@@ -52,7 +54,7 @@ QStringList spotlightApps(const ToolRunner &runner, const QString &prefix)
     if (!PackageIdentifier::isValid(bare))
         return {};
     const ToolResult result =
-        runner.run(SystemLayout::path(QStringLiteral("/usr/bin/mdfind")), {spotlightQuery(prefix)},
+        runner.run(layout.path(QStringLiteral("/usr/bin/mdfind")), {spotlightQuery(prefix)},
                    ToolRunner::ErrorOutput::discard);
     QStringList apps;
     for (const QString &line : outputLines(result)) {

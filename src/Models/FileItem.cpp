@@ -2,11 +2,10 @@
 #include "FileItem.h"
 
 #include "ByteCountFormatter.h"
-#include "Platform/SystemLayout.h"
 
 QString FileItem::displayPath() const
 {
-    return SystemLayout::displayPath(path);
+    return shownPath.isEmpty() ? path : shownPath;
 }
 
 QString FileItem::formattedSize() const

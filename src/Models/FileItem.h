@@ -25,8 +25,13 @@ struct FileItem
     // never touches the disk.
     bool isWritable = true;
     std::optional<QString> packageID; // installer receipts only
+    // Where it lies, read with the Mac's layout when it was found, so that the views need none:
+    // the path as the user reads it (the home as "~"; the path itself when empty), and whether
+    // it lies in a system folder that only an administrator may change.
+    QString shownPath;
+    bool requiresAdmin = false;
 
-    // path with the home folder shown as "~".
+    // shownPath, or the path when none was set.
     [[nodiscard]] QString displayPath() const;
     [[nodiscard]] QString formattedSize() const;
     // Below this an item is marked as a weak match.

@@ -96,11 +96,12 @@ std::optional<QByteArray> fromIcnsResource(const QString &bundlePath)
     return png;
 }
 
-std::optional<QByteArray> extract(const QString &bundlePath)
+std::optional<QByteArray> extract([[maybe_unused]] const SystemLayout &layout,
+                                  const QString &bundlePath)
 {
 #if defined(Q_OS_MACOS)
     // The system also knows icons that live in asset catalogs or were set in the Finder.
-    if (SystemLayout::usesNativeFileServices()) {
+    if (layout.usesNativeFileServices()) {
         if (auto icon = WorkspaceIcon::pngForFile(bundlePath))
             return icon;
     }

@@ -1,8 +1,6 @@
 // SPDX-License-Identifier: MIT
 #include "FolderHandle.h"
 
-#include "SystemLayout.h"
-
 #include <QFile>
 
 #include <cerrno>
@@ -55,11 +53,9 @@ FolderHandle::~FolderHandle()
         ::close(m_fd);
 }
 
-QByteArray FolderHandle::withoutSystemLinks(const QByteArray &path)
+QByteArray FolderHandle::withoutSystemLinks(const QByteArray &macRoot, const QByteArray &path)
 {
-    QByteArray root = QFile::encodeName(SystemLayout::root());
-    if (root == "/")
-        root.clear();
+    const QByteArray root = macRoot == "/" ? QByteArray() : macRoot;
     for (const char *name : {"var", "tmp", "etc"}) {
         const QByteArray prefix = root + '/' + name;
         if ((path == prefix || path.startsWith(prefix + '/')) && isSystemLink(root, name))
@@ -68,40 +64,29 @@ QByteArray FolderHandle::withoutSystemLinks(const QByteArray &path)
     return path;
 }
 
-FolderHandle FolderHandle::open(const QByteArray &path, QString *error)
+Result<FolderHandle> FolderHandle::open(const QByteArray &path)
 {
-    const QByteArray resolved = withoutSystemLinks(path);
-    if (!resolved.startsWith('/')) {
-        *error = QStringLiteral("Not an absolute path");
-        return {};
-    }
+    if (!path.startsWith('/'))
+        return Failure(QStringLiteral("Not an absolute path"));
     FolderHandle top(::open("/", kFolderFlags));
-    if (!top.isOpen()) {
-        *error = reasonFor(errno);
-        return {};
-    }
-    return top.openBelow(resolved.mid(1), error);
+    if (!top.isOpen())
+        return Failure(reasonFor(errno));
+    return top.openBelow(path.mid(1));
 }
 
-FolderHandle FolderHandle::openBelow(const QByteArray &relative, QString *error) const
+Result<FolderHandle> FolderHandle::openBelow(const QByteArray &relative) const
 {
     FolderHandle current(::fcntl(m_fd, F_DUPFD_CLOEXEC, 0));
-    if (!current.isOpen()) {
-        *error = reasonFor(errno);
-        return {};
-    }
+    if (!current.isOpen())
+        return Failure(reasonFor(errno));
     for (const QByteArray &component : relative.split('/')) {
         if (component.isEmpty() || component == ".")
             continue;
-        if (component == "..") {
-            *error = QStringLiteral("A path with \"..\" is refused");
-            return {};
-        }
+        if (component == "..")
+            return Failure(QStringLiteral("A path with \"..\" is refused"));
         FolderHandle next(::openat(current.fd(), component.constData(), kFolderFlags));
-        if (!next.isOpen()) {
-            *error = reasonFor(errno);
-            return {};
-        }
+        if (!next.isOpen())
+            return Failure(reasonFor(errno));
         current = std::move(next);
     }
     return current;

@@ -1,6 +1,8 @@
 // SPDX-License-Identifier: MIT
 #pragma once
 
+#include "Core/Result.h"
+
 #include <QByteArray>
 #include <QString>
 #include <optional>
@@ -24,16 +26,17 @@ public:
 
     // `path` (absolute) walked from "/" one component at a time; a link, a missing folder or
     // anything but a folder anywhere on the way gives nothing, with the reason in `error`.
-    // The Mac's own system links (/var, /tmp, /etc) are resolved textually first.
-    [[nodiscard]] static FolderHandle open(const QByteArray &path, QString *error);
+    // The caller resolves the Mac's own system links (/var, /tmp, /etc) first.
+    [[nodiscard]] static Result<FolderHandle> open(const QByteArray &path);
     // `relative` (components separated by "/") walked from this folder in the same way.
-    [[nodiscard]] FolderHandle openBelow(const QByteArray &relative, QString *error) const;
+    [[nodiscard]] Result<FolderHandle> openBelow(const QByteArray &relative) const;
     // The owner of the folder itself.
     [[nodiscard]] std::optional<uid_t> owner() const;
 
-    // "/var/x" -> "/private/var/x" where the Mac (real or fake) lays these out as links into
-    // /private; any other path unchanged.
-    [[nodiscard]] static QByteArray withoutSystemLinks(const QByteArray &path);
+    // "ROOT/var/x" -> "ROOT/private/var/x" where the Mac whose "/" is `root` (real or fake) lays
+    // these out as links into /private; any other path unchanged.
+    [[nodiscard]] static QByteArray withoutSystemLinks(const QByteArray &root,
+                                                       const QByteArray &path);
 
 private:
     int m_fd = -1;

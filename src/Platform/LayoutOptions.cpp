@@ -1,8 +1,6 @@
 // SPDX-License-Identifier: MIT
 #include "LayoutOptions.h"
 
-#include "SystemLayout.h"
-
 #include <QFileInfo>
 
 std::optional<QString> LayoutOptions::folderError(const QString &option, const QString &folder)
@@ -15,10 +13,8 @@ std::optional<QString> LayoutOptions::folderError(const QString &option, const Q
     return std::nullopt;
 }
 
-void LayoutOptions::apply(const QString &root, const QString &home)
+SystemLayout LayoutOptions::layout(const QString &root, const QString &home)
 {
-    if (root.isEmpty() && home.isEmpty())
-        return;
-    SystemLayout::set(root.isEmpty() ? QStringLiteral("/") : QFileInfo(root).absoluteFilePath(),
-                      home.isEmpty() ? QString() : QFileInfo(home).absoluteFilePath());
+    return SystemLayout(root.isEmpty() ? QStringLiteral("/") : QFileInfo(root).absoluteFilePath(),
+                        home.isEmpty() ? QString() : QFileInfo(home).absoluteFilePath());
 }

@@ -1,6 +1,8 @@
 // SPDX-License-Identifier: MIT
 #pragma once
 
+#include "SystemLayout.h"
+
 #include <QString>
 #include <optional>
 
@@ -11,8 +13,8 @@ namespace LayoutOptions {
 // is an existing folder.
 [[nodiscard]] std::optional<QString> folderError(const QString &option, const QString &folder);
 
-// Points SystemLayout at the given folders; an empty text means the option was not given. A
-// home alone keeps the real "/". Call once at start-up, before any other thread runs.
-void apply(const QString &root, const QString &home);
+// The layout the options name; an empty text means the option was not given. A home alone
+// keeps the real "/"; neither gives the real machine. Made once at start-up.
+[[nodiscard]] SystemLayout layout(const QString &root, const QString &home);
 
 } // namespace LayoutOptions

@@ -54,77 +54,68 @@ QString errorText(int error)
 }
 } // namespace
 
-std::optional<LinkProofMove> LinkProofMove::open(const QByteArray &root, const QByteArray &home,
-                                                 uid_t user, QString *error)
+Result<LinkProofMove> LinkProofMove::open(const QByteArray &root, const QByteArray &home,
+                                          uid_t user)
 {
     LinkProofMove result;
-    result.m_rootPath = FolderHandle::withoutSystemLinks(root);
-    result.m_homePath = FolderHandle::withoutSystemLinks(home);
+    result.m_rootPath = root;
+    result.m_homePath = FolderHandle::withoutSystemLinks(root, home);
     result.m_trashPath = result.m_homePath + "/.Trash";
-    result.m_root = FolderHandle::open(result.m_rootPath, error);
-    if (!result.m_root.isOpen())
-        return std::nullopt;
-    result.m_home = FolderHandle::open(result.m_homePath, error);
-    if (!result.m_home.isOpen())
-        return std::nullopt;
-    if (result.m_home.owner() != user) {
-        *error = QStringLiteral("The home folder does not belong to the user");
-        return std::nullopt;
-    }
-    QString trashError;
-    result.m_trash = result.m_home.openBelow(".Trash", &trashError);
-    if (!result.m_trash.isOpen() || result.m_trash.owner() != user) {
-        *error = QStringLiteral("The Trash is not a folder of the user's own");
-        return std::nullopt;
-    }
+    auto rootFolder = FolderHandle::open(result.m_rootPath);
+    if (!rootFolder)
+        return Failure(rootFolder.error());
+    auto homeFolder = FolderHandle::open(result.m_homePath);
+    if (!homeFolder)
+        return Failure(homeFolder.error());
+    if (homeFolder->owner() != user)
+        return Failure(QStringLiteral("The home folder does not belong to the user"));
+    auto trashFolder = homeFolder->openBelow(".Trash");
+    if (!trashFolder || trashFolder->owner() != user)
+        return Failure(QStringLiteral("The Trash is not a folder of the user's own"));
+    result.m_root = std::move(*rootFolder);
+    result.m_home = std::move(*homeFolder);
+    result.m_trash = std::move(*trashFolder);
     return result;
 }
 
-std::optional<LinkProofMove::Entry> LinkProofMove::entryOf(const QByteArray &path,
-                                                           QString *error) const
+Result<LinkProofMove::Entry> LinkProofMove::entryOf(const QByteArray &path) const
 {
-    const QByteArray resolved = FolderHandle::withoutSystemLinks(path);
+    const QByteArray resolved = FolderHandle::withoutSystemLinks(m_rootPath, path);
     const qsizetype slash = resolved.lastIndexOf('/');
     const QByteArray name = resolved.mid(slash + 1);
-    if (slash < 0 || name.isEmpty() || name == "." || name == "..") {
-        *error = QStringLiteral("Not a path to an item");
-        return std::nullopt;
-    }
+    if (slash < 0 || name.isEmpty() || name == "." || name == "..")
+        return Failure(QStringLiteral("Not a path to an item"));
     const QByteArray parent = slash == 0 ? QByteArray("/") : resolved.left(slash);
     // The user's own items are reached from their home, everything else from the root.
     const bool inHome = parent == m_homePath || isBelow(parent, m_homePath);
     const FolderHandle &base = inHome ? m_home : m_root;
     const QByteArray &basePath = inHome ? m_homePath : m_rootPath;
-    if (parent != basePath && !isBelow(parent, basePath)) {
-        *error = QStringLiteral("Outside the Mac's folders");
-        return std::nullopt;
-    }
-    FolderHandle folder = base.openBelow(parent.mid(basePath == "/" ? 1 : basePath.size()), error);
-    if (!folder.isOpen())
-        return std::nullopt;
-    return Entry{std::move(folder), name};
+    if (parent != basePath && !isBelow(parent, basePath))
+        return Failure(QStringLiteral("Outside the Mac's folders"));
+    auto folder = base.openBelow(parent.mid(basePath == "/" ? 1 : basePath.size()));
+    if (!folder)
+        return Failure(folder.error());
+    return Entry{std::move(*folder), name};
 }
 
 LinkProofMove::Outcome LinkProofMove::moveToTrash(const QByteArray &source) const
 {
-    QString error;
-    const auto entry = entryOf(source, &error);
+    const auto entry = entryOf(source);
     if (!entry)
-        return Outcome{false, {}, error};
+        return Outcome{false, {}, entry.error()};
     return rename(entry->folder.fd(), entry->name, m_trash, m_trashPath, entry->name, true);
 }
 
 LinkProofMove::Outcome LinkProofMove::move(const QByteArray &source,
                                            const QByteArray &destination) const
 {
-    QString error;
-    const auto from = entryOf(source, &error);
+    const auto from = entryOf(source);
     if (!from)
-        return Outcome{false, {}, error};
-    const auto to = entryOf(destination, &error);
+        return Outcome{false, {}, from.error()};
+    const auto to = entryOf(destination);
     if (!to)
-        return Outcome{false, {}, error};
-    const QByteArray resolved = FolderHandle::withoutSystemLinks(destination);
+        return Outcome{false, {}, to.error()};
+    const QByteArray resolved = FolderHandle::withoutSystemLinks(m_rootPath, destination);
     return rename(from->folder.fd(), from->name, to->folder,
                   resolved.left(resolved.lastIndexOf('/')), to->name, false);
 }
@@ -132,21 +123,19 @@ LinkProofMove::Outcome LinkProofMove::move(const QByteArray &source,
 LinkProofMove::Outcome LinkProofMove::moveInto(const QByteArray &source, const FolderHandle &folder,
                                                const QByteArray &name) const
 {
-    QString error;
-    const auto from = entryOf(source, &error);
+    const auto from = entryOf(source);
     if (!from)
-        return Outcome{false, {}, error};
+        return Outcome{false, {}, from.error()};
     return rename(from->folder.fd(), from->name, folder, {}, name, false);
 }
 
 LinkProofMove::Outcome LinkProofMove::moveOut(const FolderHandle &folder, const QByteArray &name,
                                               const QByteArray &destination) const
 {
-    QString error;
-    const auto to = entryOf(destination, &error);
+    const auto to = entryOf(destination);
     if (!to)
-        return Outcome{false, {}, error};
-    const QByteArray resolved = FolderHandle::withoutSystemLinks(destination);
+        return Outcome{false, {}, to.error()};
+    const QByteArray resolved = FolderHandle::withoutSystemLinks(m_rootPath, destination);
     return rename(folder.fd(), name, to->folder, resolved.left(resolved.lastIndexOf('/')), to->name,
                   false);
 }
@@ -192,16 +181,14 @@ LinkProofMove::Outcome LinkProofMove::rename(int sourceFolder, const QByteArray 
 
 bool LinkProofMove::isPlainFile(const QByteArray &path) const
 {
-    QString error;
-    const auto entry = entryOf(path, &error);
+    const auto entry = entryOf(path);
     const auto info = entry ? entryStat(entry->folder.fd(), entry->name) : std::nullopt;
     return info && S_ISREG(info->st_mode);
 }
 
 bool LinkProofMove::isSystemOnlyFile(const QByteArray &path) const
 {
-    QString error;
-    const auto entry = entryOf(path, &error);
+    const auto entry = entryOf(path);
     const auto info = entry ? entryStat(entry->folder.fd(), entry->name) : std::nullopt;
     return info && S_ISREG(info->st_mode) && info->st_nlink == 1 &&
            (info->st_mode & (S_IWGRP | S_IWOTH)) == 0 &&
@@ -210,8 +197,7 @@ bool LinkProofMove::isSystemOnlyFile(const QByteArray &path) const
 
 bool LinkProofMove::isOwnedBySystem(const QByteArray &path) const
 {
-    QString error;
-    const auto entry = entryOf(path, &error);
+    const auto entry = entryOf(path);
     const auto info = entry ? entryStat(entry->folder.fd(), entry->name) : std::nullopt;
     return info && (info->st_uid == 0 || info->st_uid == m_root.owner());
 }

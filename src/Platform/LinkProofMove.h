@@ -27,10 +27,10 @@ public:
         ino_t inode = 0;
     };
 
-    // Nothing, with the reason, when a folder is missing or linked, or the home or the Trash is
+    // The reason instead when a folder is missing or linked, or the home or the Trash is
     // not a folder owned by `user`.
-    [[nodiscard]] static std::optional<LinkProofMove>
-    open(const QByteArray &root, const QByteArray &home, uid_t user, QString *error);
+    [[nodiscard]] static Result<LinkProofMove> open(const QByteArray &root, const QByteArray &home,
+                                                    uid_t user);
 
     // Into the Trash under the item's own name, else "Name 2.ext", "Name 3.ext"...
     [[nodiscard]] Outcome moveToTrash(const QByteArray &source) const;
@@ -67,7 +67,7 @@ private:
         FolderHandle folder;
         QByteArray name;
     };
-    [[nodiscard]] std::optional<Entry> entryOf(const QByteArray &path, QString *error) const;
+    [[nodiscard]] Result<Entry> entryOf(const QByteArray &path) const;
     [[nodiscard]] Outcome rename(int sourceFolder, const QByteArray &sourceName,
                                  const FolderHandle &folder, const QByteArray &folderPath,
                                  const QByteArray &name, bool pickFreeName) const;

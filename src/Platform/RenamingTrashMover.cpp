@@ -2,25 +2,21 @@
 #include "RenamingTrashMover.h"
 
 #include "Platform/LinkProofMove.h"
-#include "Platform/SystemLayout.h"
 
 #include <QFile>
 
 #include <unistd.h>
 
-bool RenamingTrashMover::moveToTrash(const QString &path, QString *error, QString *trashPath) const
+Result<QString> RenamingTrashMover::moveToTrash(const QString &path) const
 {
-    if (!ensureTrashFolder(error))
-        return false;
-    const auto mover =
-        LinkProofMove::open(QFile::encodeName(SystemLayout::root()),
-                            QFile::encodeName(SystemLayout::home()), ::getuid(), error);
+    if (const auto refused = ensureTrashFolder(m_layout))
+        return Failure(*refused);
+    const auto mover = LinkProofMove::open(QFile::encodeName(m_layout.root()),
+                                           QFile::encodeName(m_layout.home()), ::getuid());
     if (!mover)
-        return false;
+        return Failure(mover.error());
     const LinkProofMove::Outcome outcome = mover->moveToTrash(QFile::encodeName(path));
     if (!outcome.moved)
-        *error = outcome.error;
-    else if (trashPath)
-        *trashPath = QFile::decodeName(outcome.destination);
-    return outcome.moved;
+        return Failure(outcome.error);
+    return QFile::decodeName(outcome.destination);
 }

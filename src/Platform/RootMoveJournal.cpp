@@ -104,9 +104,10 @@ RootMoveJournal::~RootMoveJournal()
         ::close(m_file);
 }
 
-std::optional<RootMoveJournal> RootMoveJournal::open(const FolderHandle &root, uid_t owner,
-                                                     QString *error)
+Result<RootMoveJournal> RootMoveJournal::open(const FolderHandle &root, uid_t owner)
 {
+    const auto notPrivate = Failure(QStringLiteral("The administrator's record of moved items is "
+                                                   "not private"));
     RootMoveJournal journal;
     journal.m_owner = owner;
     FolderHandle parent(::fcntl(root.fd(), F_DUPFD_CLOEXEC, 0));
@@ -118,19 +119,15 @@ std::optional<RootMoveJournal> RootMoveJournal::open(const FolderHandle &root, u
     }
     if (parent.isOpen() && isSafeParent(parent.fd(), owner))
         journal.m_folder = folderIn(parent.fd(), "Quenzo", 0700);
-    if (!journal.m_folder.isOpen() || !isPrivateTo(journal.m_folder.fd(), owner, true)) {
-        *error = QStringLiteral("The administrator's record of moved items is not private");
-        return std::nullopt;
-    }
+    if (!journal.m_folder.isOpen() || !isPrivateTo(journal.m_folder.fd(), owner, true))
+        return notPrivate;
     journal.m_staging = folderIn(journal.m_folder.fd(), "staging", 0700);
     journal.m_file =
         ::openat(journal.m_folder.fd(), "moved-as-root",
                  O_RDWR | O_CREAT | O_APPEND | O_NOFOLLOW | O_NONBLOCK | O_CLOEXEC, 0600);
     if (!journal.m_staging.isOpen() || !isPrivateTo(journal.m_staging.fd(), owner, true) ||
-        journal.m_file < 0 || !isPrivateTo(journal.m_file, owner, false)) {
-        *error = QStringLiteral("The administrator's record of moved items is not private");
-        return std::nullopt;
-    }
+        journal.m_file < 0 || !isPrivateTo(journal.m_file, owner, false))
+        return notPrivate;
     return journal;
 }
 

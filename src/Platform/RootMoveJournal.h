@@ -24,10 +24,9 @@ public:
         ino_t inode = 0;
     };
 
-    // Nothing, with the reason, when the folders cannot be made private to `owner` (root, or
-    // the owner of a fake Mac's root folder): not owned by it, writable by anyone else, linked.
-    [[nodiscard]] static std::optional<RootMoveJournal> open(const FolderHandle &root, uid_t owner,
-                                                             QString *error);
+    // The reason instead when the folders cannot be made private to `owner` (root, or the owner
+    // of a fake Mac's root folder): not owned by it, writable by anyone else, linked.
+    [[nodiscard]] static Result<RootMoveJournal> open(const FolderHandle &root, uid_t owner);
 
     [[nodiscard]] bool append(Identity identity, const QByteArray &originalPath) const;
     [[nodiscard]] bool contains(Identity identity, const QByteArray &originalPath) const;

@@ -7,7 +7,8 @@
 #include <QDir>
 #include <QFile>
 
-#include <atomic>
+#include <algorithm>
+#include <array>
 
 #include <pwd.h>
 #include <unistd.h>
@@ -19,10 +20,6 @@
 #endif
 
 namespace {
-QString g_root = QStringLiteral("/");
-QString g_home = QDir::homePath();
-std::atomic<quint64> g_generation{0};
-
 QString cleaned(const QString &path)
 {
     return QDir::cleanPath(QDir(path).absolutePath());
@@ -60,87 +57,68 @@ std::optional<QString> confstrText(int name)
 #endif
 } // namespace
 
-void SystemLayout::set(const QString &root, const QString &home)
+SystemLayout::SystemLayout(const QString &root, const QString &home)
+    : m_root(cleaned(root)), m_home(home.isEmpty() ? defaultHome(m_root) : cleaned(home))
 {
-    g_root = cleaned(root);
-    g_home = home.isEmpty() ? defaultHome(g_root) : cleaned(home);
-    ++g_generation;
+    m_darwinDirectories = readDarwinUserDirectories();
 }
 
-void SystemLayout::reset()
-{
-    g_root = QStringLiteral("/");
-    g_home = QDir::homePath();
-    ++g_generation;
-}
-
-quint64 SystemLayout::generation()
-{
-    return g_generation.load();
-}
-
-bool SystemLayout::usesNativeFileServices()
+bool SystemLayout::usesNativeFileServices() const
 {
     return NativeServices::available() && !isFakeRoot();
 }
 
-QString SystemLayout::root()
-{
-    return g_root;
-}
-
-QString SystemLayout::home()
-{
-    return g_home;
-}
-
-bool SystemLayout::isFakeRoot()
-{
-    return g_root != QLatin1String("/");
-}
-
-QString SystemLayout::path(const QString &macPath)
+QString SystemLayout::path(const QString &macPath) const
 {
     if (macPath == QLatin1String("~"))
-        return g_home;
+        return m_home;
     if (macPath.startsWith(QLatin1String("~/")))
-        return g_home + macPath.mid(1);
+        return m_home + macPath.mid(1);
     if (!macPath.startsWith(QLatin1Char('/')) || !isFakeRoot())
         return macPath;
-    return g_root + macPath;
+    return m_root + macPath;
 }
 
-std::optional<QString> SystemLayout::macPath(const QString &realPath)
+std::optional<QString> SystemLayout::macPath(const QString &realPath) const
 {
     if (!isFakeRoot())
         return realPath.startsWith(QLatin1Char('/')) ? std::optional<QString>(realPath)
                                                      : std::nullopt;
-    if (realPath == g_root)
+    if (realPath == m_root)
         return QStringLiteral("/");
-    if (realPath.startsWith(g_root + QLatin1Char('/')))
-        return realPath.mid(g_root.size());
+    if (realPath.startsWith(m_root + QLatin1Char('/')))
+        return realPath.mid(m_root.size());
     return std::nullopt;
 }
 
-bool SystemLayout::isInSystemFolder(const QString &realPath)
+bool SystemLayout::isInSystemFolder(const QString &realPath) const
 {
     const auto mac = macPath(realPath);
     return mac && mac->startsWith(QLatin1String("/System/"));
 }
 
-QString SystemLayout::displayPath(const QString &path)
+bool SystemLayout::isInAdminOnlyFolder(const QString &realPath) const
+{
+    static const std::array<QString, 4> macFolders{
+        QStringLiteral("/Library/LaunchDaemons"), QStringLiteral("/Library/LaunchAgents"),
+        QStringLiteral("/Library/Application Support"), QStringLiteral("/Library/Preferences")};
+    return std::any_of(macFolders.cbegin(), macFolders.cend(),
+                       [&](const QString &folder) { return realPath.startsWith(path(folder)); });
+}
+
+QString SystemLayout::displayPath(const QString &path) const
 {
     // The home only as the leading folder: "/Users/alice2" is not "~2" for the home "/Users/alice".
     QString shown = path;
-    if (!g_home.isEmpty() && (path == g_home || path.startsWith(g_home + QLatin1Char('/'))))
-        shown.replace(0, g_home.size(), QStringLiteral("~"));
+    if (!m_home.isEmpty() && (path == m_home || path.startsWith(m_home + QLatin1Char('/'))))
+        shown.replace(0, m_home.size(), QStringLiteral("~"));
     // On a fake Mac the rest is shown as the Mac sees it, without the folder that stands for "/".
-    if (isFakeRoot() && shown.startsWith(g_root + QLatin1Char('/')))
-        shown.remove(0, g_root.size());
+    if (isFakeRoot() && shown.startsWith(m_root + QLatin1Char('/')))
+        shown.remove(0, m_root.size());
     return shown;
 }
 
-QStringList SystemLayout::darwinUserDirectories()
+QStringList SystemLayout::readDarwinUserDirectories() const
 {
     QStringList result;
 #if defined(Q_OS_MACOS)
@@ -154,7 +132,7 @@ QStringList SystemLayout::darwinUserDirectories()
 #endif
     if (!isFakeRoot())
         return result;
-    const auto bytes = SafeFile::read(g_root + QStringLiteral("/.fakemac/darwin-user-dirs"), 65536,
+    const auto bytes = SafeFile::read(m_root + QStringLiteral("/.fakemac/darwin-user-dirs"), 65536,
                                       SafeFile::Links::refuse);
     if (!bytes)
         return result;
@@ -166,7 +144,7 @@ QStringList SystemLayout::darwinUserDirectories()
     return withoutTrailingSlash(result);
 }
 
-QString SystemLayout::trashDirectory()
+QString SystemLayout::trashDirectory() const
 {
 #if defined(Q_OS_MACOS)
     if (usesNativeFileServices()) {
@@ -174,7 +152,7 @@ QString SystemLayout::trashDirectory()
             return *trash;
     }
 #endif
-    return g_home + QStringLiteral("/.Trash");
+    return m_home + QStringLiteral("/.Trash");
 }
 
 QString SystemLayout::defaultHome(const QString &root)

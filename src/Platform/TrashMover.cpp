@@ -15,22 +15,21 @@
 #include "mac/FileManagerTrash.h"
 #endif
 
-std::shared_ptr<const TrashMover> TrashMover::system()
+std::shared_ptr<const TrashMover> TrashMover::system(const SystemLayout &layout)
 {
 #if defined(Q_OS_MACOS)
-    if (SystemLayout::usesNativeFileServices())
+    if (layout.usesNativeFileServices())
         return std::make_shared<const FileManagerTrash>();
 #endif
-    return std::make_shared<const RenamingTrashMover>();
+    return std::make_shared<const RenamingTrashMover>(layout);
 }
 
-bool TrashMover::ensureTrashFolder(QString *error)
+std::optional<QString> TrashMover::ensureTrashFolder(const SystemLayout &layout)
 {
-    const QString trash = SystemLayout::trashDirectory();
+    const QString trash = layout.trashDirectory();
     if (QDir(trash).exists())
-        return true;
+        return std::nullopt;
     if (::mkdir(QFile::encodeName(trash).constData(), 0700) == 0 || errno == EEXIST)
-        return true;
-    *error = QString::fromLocal8Bit(std::strerror(errno));
-    return false;
+        return std::nullopt;
+    return QString::fromLocal8Bit(std::strerror(errno));
 }

@@ -32,7 +32,7 @@ QString problemWith(const QByteArray &path, bool isProgram, bool allowSticky = t
 
 QString TrustedProgram::refusal(const QString &path)
 {
-    const QByteArray bytes = FolderHandle::withoutSystemLinks(QFile::encodeName(path));
+    const QByteArray bytes = FolderHandle::withoutSystemLinks("/", QFile::encodeName(path));
     if (!bytes.startsWith('/') || bytes.contains("/../") || bytes.contains("/./"))
         return QStringLiteral("Refused to run %1 as root: not a plain absolute path").arg(path);
     // Every prefix, "/" first, then the program itself; links are not followed (a link could
@@ -50,7 +50,7 @@ QString TrustedProgram::refusal(const QString &path)
 
 QString TrustedProgram::folderRefusal(const QString &path)
 {
-    const QByteArray bytes = FolderHandle::withoutSystemLinks(QFile::encodeName(path));
+    const QByteArray bytes = FolderHandle::withoutSystemLinks("/", QFile::encodeName(path));
     if (!bytes.startsWith('/') || bytes.contains("/../") || bytes.contains("/./") ||
         bytes.endsWith("/.."))
         return QStringLiteral("Refused %1: not a plain absolute path").arg(path);

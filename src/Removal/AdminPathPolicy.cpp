@@ -4,93 +4,8 @@
 #include "Core/PackageIdentifier.h"
 #include "Platform/SystemLayout.h"
 
-#include <QList>
-#include <QMutex>
-
-#include <memory>
 
 namespace {
-
-QString standardized(const QString &absolutePath);
-
-struct AllowedRoot
-{
-    QString path;
-    int minimumDepth;
-};
-
-QString homePath(const char *rest)
-{
-    return SystemLayout::home() + QLatin1String(rest);
-}
-
-QString macPath(const char *macRoot)
-{
-    return SystemLayout::path(QLatin1String(macRoot));
-}
-
-// The policy's tables for one layout. Built once per layout, on the first check after
-// SystemLayout::set or reset: checks are many (every item of a plan, twice) and must not read
-// the fake Mac's darwin-user-dirs file each time.
-struct Tables
-{
-    quint64 layoutGeneration = 0;
-    QStringList darwinDirectories;
-    QStringList deniedRoots;
-    QList<AllowedRoot> allowedRoots;
-    QList<AllowedRoot> userFolderRoots; // the per-user cache and temporary folders
-};
-
-Tables buildTables()
-{
-    Tables tables;
-    tables.layoutGeneration = SystemLayout::generation();
-    tables.darwinDirectories = SystemLayout::darwinUserDirectories();
-    tables.deniedRoots = {
-        homePath("/Library/Keychains"),
-        homePath("/Library/Mail"),
-        homePath("/Library/Messages"),
-        macPath("/Library/Application Support/Apple"),
-        macPath("/Library/Application Support/com.apple.TCC"),
-        // The privileged helper's own record of what it moved, and its staging folder.
-        macPath("/Library/Application Support/Quenzo"),
-        macPath("/Library/Preferences/SystemConfiguration"),
-    };
-    tables.allowedRoots = {
-        {macPath("/Applications"), 1},
-        {homePath("/Applications"), 1},
-        {homePath("/Library"), 2},
-        {macPath("/Library/Application Support"), 1},
-        {macPath("/Library/Caches"), 1},
-        {macPath("/Library/Preferences"), 1},
-        {macPath("/Library/Logs"), 1},
-        {macPath("/Library/LaunchAgents"), 1},
-        {macPath("/Library/LaunchDaemons"), 1},
-        {macPath("/Library/PrivilegedHelperTools"), 1},
-        {macPath("/Library/Internet Plug-Ins"), 1},
-        {macPath("/Library/PreferencePanes"), 1},
-        {macPath("/Library/Screen Savers"), 1},
-    };
-    // A malformed entry (empty once its "/" is gone, relative, not clean) would widen the
-    // policy to far more than one folder, so it is left out.
-    for (const QString &directory : std::as_const(tables.darwinDirectories)) {
-        if (directory.startsWith(QLatin1Char('/')) && standardized(directory) == directory &&
-            directory != QLatin1String("/"))
-            tables.userFolderRoots.append({directory, 1});
-    }
-    return tables;
-}
-
-// Shared by every thread that checks; a reader keeps its copy alive while it uses it.
-std::shared_ptr<const Tables> currentTables()
-{
-    static QMutex mutex;
-    static std::shared_ptr<const Tables> tables;
-    const QMutexLocker lock(&mutex);
-    if (!tables || tables->layoutGeneration != SystemLayout::generation())
-        tables = std::make_shared<const Tables>(buildTables());
-    return tables;
-}
 
 bool isNewline(char32_t c)
 {
@@ -116,11 +31,51 @@ QString standardized(const QString &absolutePath)
     return QLatin1Char('/') + components.join(QLatin1Char('/'));
 }
 
+} // namespace
+
+AdminPathPolicy::AdminPathPolicy(const SystemLayout &layout)
+{
+    const auto homePath = [&](const char *rest) { return layout.home() + QLatin1String(rest); };
+    const auto macPath = [&](const char *macRoot) { return layout.path(QLatin1String(macRoot)); };
+    m_deniedRoots = {
+        homePath("/Library/Keychains"),
+        homePath("/Library/Mail"),
+        homePath("/Library/Messages"),
+        macPath("/Library/Application Support/Apple"),
+        macPath("/Library/Application Support/com.apple.TCC"),
+        // The privileged helper's own record of what it moved, and its staging folder.
+        macPath("/Library/Application Support/Quenzo"),
+        macPath("/Library/Preferences/SystemConfiguration"),
+    };
+    m_allowedRoots = {
+        {macPath("/Applications"), 1},
+        {homePath("/Applications"), 1},
+        {homePath("/Library"), 2},
+        {macPath("/Library/Application Support"), 1},
+        {macPath("/Library/Caches"), 1},
+        {macPath("/Library/Preferences"), 1},
+        {macPath("/Library/Logs"), 1},
+        {macPath("/Library/LaunchAgents"), 1},
+        {macPath("/Library/LaunchDaemons"), 1},
+        {macPath("/Library/PrivilegedHelperTools"), 1},
+        {macPath("/Library/Internet Plug-Ins"), 1},
+        {macPath("/Library/PreferencePanes"), 1},
+        {macPath("/Library/Screen Savers"), 1},
+    };
+    // A malformed entry (empty once its "/" is gone, relative, not clean) would widen the
+    // policy to far more than one folder, so it is left out.
+    for (const QString &directory : layout.darwinUserDirectories()) {
+        if (directory.startsWith(QLatin1Char('/')) && standardized(directory) == directory &&
+            directory != QLatin1String("/"))
+            m_userFolderRoots.append({directory, 1});
+    }
+}
+
 // Denied roots are matched ignoring case: Mac volumes usually are case-insensitive, and a
 // refusal must not be dodged by writing "keychains".
-bool isUnderDeniedRoot(const Tables &tables, const QString &path)
+bool AdminPathPolicy::isUnderDeniedRoot(const QString &path) const
 {
-    for (const QString &root : tables.deniedRoots) {
+    for (const QString &root : m_deniedRoots) {
         if (path.compare(root, Qt::CaseInsensitive) == 0 ||
             path.startsWith(root + QLatin1Char('/'), Qt::CaseInsensitive))
             return true;
@@ -130,11 +85,11 @@ bool isUnderDeniedRoot(const Tables &tables, const QString &path)
 
 // As root, confstr names root's own per-user folders, never the user's: the privileged helper
 // leaves them out (the user's own rights cover the user's).
-bool isUnderAllowedRoot(const Tables &tables, const QString &path, AdminPathPolicy::Scope scope)
+bool AdminPathPolicy::isUnderAllowedRoot(const QString &path, Scope scope) const
 {
-    QList<AllowedRoot> allowed = tables.allowedRoots;
-    if (scope == AdminPathPolicy::Scope::withUserFolders)
-        allowed += tables.userFolderRoots;
+    QList<AllowedRoot> allowed = m_allowedRoots;
+    if (scope == Scope::withUserFolders)
+        allowed += m_userFolderRoots;
     for (const AllowedRoot &root : std::as_const(allowed)) {
         const QString prefix = root.path + QLatin1Char('/');
         if (!path.startsWith(prefix))
@@ -147,9 +102,7 @@ bool isUnderAllowedRoot(const Tables &tables, const QString &path, AdminPathPoli
     return false;
 }
 
-} // namespace
-
-bool AdminPathPolicy::isAllowed(const QString &path, Scope scope)
+bool AdminPathPolicy::isAllowed(const QString &path, Scope scope) const
 {
     if (!path.startsWith(QLatin1Char('/')))
         return false;
@@ -157,25 +110,14 @@ bool AdminPathPolicy::isAllowed(const QString &path, Scope scope)
         return false;
     if (standardized(path) != path)
         return false;
-    const std::shared_ptr<const Tables> tables = currentTables();
-    if (isUnderDeniedRoot(*tables, path))
+    if (isUnderDeniedRoot(path))
         return false;
-    return isUnderAllowedRoot(*tables, path, scope);
+    return isUnderAllowedRoot(path, scope);
 }
 
 bool AdminPathPolicy::isValidPackageID(const QString &id)
 {
     return PackageIdentifier::isValid(id);
-}
-
-QString AdminPathPolicy::trashDirectory()
-{
-    return SystemLayout::trashDirectory();
-}
-
-QStringList AdminPathPolicy::userDarwinDirectories()
-{
-    return currentTables()->darwinDirectories;
 }
 
 bool AdminPathPolicy::hasForbiddenCharacter(const QString &text)

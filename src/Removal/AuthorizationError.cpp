@@ -3,9 +3,9 @@
 
 QString AuthorizationError::message() const
 {
-    switch (m_kind) {
+    switch (kind()) {
     case Kind::deletionFailed:
-        return QStringLiteral("Failed to remove files with admin privileges: ") + m_detail;
+        return QStringLiteral("Failed to remove files with admin privileges: ") + detail();
     case Kind::scriptCreationFailed:
         return QStringLiteral("Failed to create authorization script");
     case Kind::userCanceled:

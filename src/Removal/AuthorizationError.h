@@ -1,13 +1,15 @@
 // SPDX-License-Identifier: MIT
 #pragma once
 
-#include <QString>
+#include "Core/TypedError.h"
 
-// Why the privileged step did not run. A value with the user's text.
-class AuthorizationError
+enum class AuthorizationErrorKind { deletionFailed, scriptCreationFailed, userCanceled };
+
+// Why the privileged step did not run.
+class AuthorizationError : public TypedError<AuthorizationErrorKind>
 {
 public:
-    enum class Kind { deletionFailed, scriptCreationFailed, userCanceled };
+    using Kind = AuthorizationErrorKind;
 
     static AuthorizationError deletionFailed(const QString &message)
     {
@@ -19,17 +21,9 @@ public:
     }
     static AuthorizationError userCanceled() { return AuthorizationError(Kind::userCanceled); }
 
-    [[nodiscard]] Kind kind() const { return m_kind; }
     // The text shown to the user.
     [[nodiscard]] QString message() const;
 
-    friend bool operator==(const AuthorizationError &, const AuthorizationError &) = default;
-
 private:
-    explicit AuthorizationError(Kind kind, QString detail = {})
-        : m_kind(kind), m_detail(std::move(detail))
-    {}
-
-    Kind m_kind;
-    QString m_detail;
+    using TypedError::TypedError;
 };

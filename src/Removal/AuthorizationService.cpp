@@ -3,9 +3,7 @@
 #include "Platform/LogCategories.h"
 
 #include "Platform/PrivilegedShell.h"
-#include "Platform/SystemLayout.h"
 #include "Platform/TrustedProgram.h"
-#include "Removal/AdminPathPolicy.h"
 #include "Removal/PrivilegedHelper.h"
 
 #include <QCoreApplication>
@@ -24,11 +22,11 @@ AuthorizationError errorOf(const PrivilegedShell::Result &result)
 }
 } // namespace
 
-AuthorizationService::AuthorizationService() : AuthorizationService(PrivilegedShell::system()) {}
-
-AuthorizationService::AuthorizationService(std::shared_ptr<const PrivilegedShell> shell,
+AuthorizationService::AuthorizationService(SystemLayout layout,
+                                           std::shared_ptr<const PrivilegedShell> shell,
                                            QString helper)
-    : m_shell(std::move(shell)), m_helper(std::move(helper))
+    : m_layout(std::move(layout)), m_policy(m_layout),
+      m_shell(shell ? std::move(shell) : PrivilegedShell::system()), m_helper(std::move(helper))
 {}
 
 AuthorizationService::Report AuthorizationService::removeWithAdminPrivileges(
@@ -44,8 +42,8 @@ AuthorizationService::Report AuthorizationService::removeWithAdminPrivileges(
     // up; its digest goes with the arguments the user approves, and the helper checks it.
     const QByteArray batch = HelperBatch::encode(vetted);
     const QStringList arguments{
-        QStringLiteral("--root"),         SystemLayout::root(),
-        QStringLiteral("--home"),         SystemLayout::home(),
+        QStringLiteral("--root"),         m_layout.root(),
+        QStringLiteral("--home"),         m_layout.home(),
         QStringLiteral("--user"),         QString::number(::getuid()),
         QStringLiteral("--batch-sha256"), QString::fromLatin1(batchDigest(batch))};
     const PrivilegedShell::Result result = m_shell->run(m_helper, arguments, batch);
@@ -71,11 +69,11 @@ AuthorizationService::Report AuthorizationService::removeWithAdminPrivileges(
 
 QList<HelperRecord> AuthorizationService::commands(const QList<Move> &moves,
                                                    const QStringList &daemonPlists,
-                                                   const QStringList &packageIDs)
+                                                   const QStringList &packageIDs) const
 {
     QList<HelperRecord> result;
     for (const QString &plist : daemonPlists) {
-        if (AdminPathPolicy::isAllowed(plist))
+        if (m_policy.isAllowed(plist))
             result.append(HelperRecord{"bootout", {QFile::encodeName(plist)}});
         else
             qCDebug(lcRemoval) << "refused by the path policy:" << plist;
@@ -86,9 +84,9 @@ QList<HelperRecord> AuthorizationService::commands(const QList<Move> &moves,
         else
             qCDebug(lcRemoval) << "refused package identifier:" << id;
     }
-    const QString trash = AdminPathPolicy::trashDirectory();
+    const QString trash = m_layout.trashDirectory();
     for (const Move &move : moves) {
-        if (PrivilegedHelper::isAllowedMove(move.source, move.destination, trash))
+        if (PrivilegedHelper::isAllowedMove(m_policy, move.source, move.destination, trash))
             result.append(HelperRecord{
                 "move", {QFile::encodeName(move.source), QFile::encodeName(move.destination)}});
         else

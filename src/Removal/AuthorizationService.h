@@ -2,6 +2,8 @@
 #pragma once
 
 #include "Platform/HelperBatch.h"
+#include "Platform/SystemLayout.h"
+#include "Removal/AdminPathPolicy.h"
 #include "Removal/AuthorizationError.h"
 
 #include <QByteArray>
@@ -35,9 +37,10 @@ public:
         QHash<QByteArray, HelperRecord> others;
     };
 
-    AuthorizationService();
-    // `helper`: the helper executable; by default the one beside this program.
-    explicit AuthorizationService(std::shared_ptr<const PrivilegedShell> shell,
+    // `shell`: the system's privileged shell when none is given; `helper`: the helper
+    // executable, by default the one beside this program.
+    explicit AuthorizationService(SystemLayout layout,
+                                  std::shared_ptr<const PrivilegedShell> shell = {},
                                   QString helper = defaultHelper());
 
     // No prompt when nothing passes the policy. Blocks while the password prompt is up: call
@@ -47,15 +50,17 @@ public:
                                                    const QStringList &packageIDs) const;
 
     // The vetted commands in their fixed order: boot-outs, forgets, moves.
-    [[nodiscard]] static QList<HelperRecord> commands(const QList<Move> &moves,
-                                                      const QStringList &daemonPlists,
-                                                      const QStringList &packageIDs);
+    [[nodiscard]] QList<HelperRecord> commands(const QList<Move> &moves,
+                                               const QStringList &daemonPlists,
+                                               const QStringList &packageIDs) const;
     // The batch's SHA-256 in lowercase hex, as the helper checks it.
     [[nodiscard]] static QByteArray batchDigest(const QByteArray &batch);
     // quenzo-privileged-helper in the folder of the running executable.
     [[nodiscard]] static QString defaultHelper();
 
 private:
+    SystemLayout m_layout;
+    AdminPathPolicy m_policy;
     std::shared_ptr<const PrivilegedShell> m_shell;
     QString m_helper;
 };

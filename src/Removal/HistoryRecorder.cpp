@@ -14,6 +14,7 @@ void HistoryRecorder::planned(const QList<UninstallPlan> &plans)
         for (const FileItem &file : plan.trashFiles + plan.adminFiles + plan.receipts) {
             UninstallRecord::Item item;
             item.path = QFile::encodeName(file.path);
+            item.shownPath = file.displayPath();
             item.app = app;
             item.category = file.category;
             item.size = file.size;
@@ -25,7 +26,7 @@ void HistoryRecorder::planned(const QList<UninstallPlan> &plans)
     if (items.isEmpty())
         return;
     const QDateTime now = QDateTime::currentDateTimeUtc();
-    m_journal = HistoryStore::Journal::create(now);
+    m_journal = HistoryStore(m_layout).createJournal(now);
     if (m_journal && !m_journal->append(UninstallRecord::headerLine(now, items)))
         m_journal.reset();
 }
@@ -36,5 +37,6 @@ void HistoryRecorder::moved(const QString &originalPath, const QString &trashPat
     const auto index = m_indexes.constFind(originalPath);
     if (m_journal && index != m_indexes.cend())
         (void)m_journal->append(
-            UninstallRecord::movedLine(*index, QFile::encodeName(trashPath), withAdminRights));
+            UninstallRecord::movedLine(*index, QFile::encodeName(trashPath), withAdminRights,
+                                       m_layout.displayPath(trashPath)));
 }

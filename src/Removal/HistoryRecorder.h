@@ -1,6 +1,7 @@
 // SPDX-License-Identifier: MIT
 #pragma once
 
+#include "Platform/SystemLayout.h"
 #include "Removal/HistoryStore.h"
 #include "Removal/UninstallRecorder.h"
 
@@ -12,11 +13,14 @@
 class HistoryRecorder : public UninstallRecorder
 {
 public:
+    explicit HistoryRecorder(SystemLayout layout) : m_layout(std::move(layout)) {}
+
     void planned(const QList<UninstallPlan> &plans) override;
     void moved(const QString &originalPath, const QString &trashPath,
                bool withAdminRights) override;
 
 private:
+    SystemLayout m_layout;
     std::optional<HistoryStore::Journal> m_journal;
     QHash<QString, qsizetype> m_indexes; // original path -> item of the record
 };

@@ -13,13 +13,11 @@
 #include <sys/stat.h>
 #include <unistd.h>
 
-namespace HistoryStore {
-
 namespace {
 const QLatin1String kSuffix(".jsonl");
 
 // Only a regular file of our own is read or extended: never a link or a FIFO planted in its place.
-int openJournal(const QString &path, int flags)
+int openFile(const QString &path, int flags)
 {
     return ::open(QFile::encodeName(path).constData(), flags | O_NOFOLLOW | O_NONBLOCK | O_CLOEXEC,
                   0600);
@@ -33,47 +31,50 @@ bool isRegular(int fd)
 }
 } // namespace
 
-QString folder()
+HistoryStore::HistoryStore(const SystemLayout &layout) : m_layout(layout)
 {
 #if defined(Q_OS_MACOS)
     const bool macLayout = true;
 #else
-    const bool macLayout = SystemLayout::isFakeRoot();
+    const bool macLayout = layout.isFakeRoot();
 #endif
-    if (macLayout)
-        return SystemLayout::path(QStringLiteral("~/Library/Application Support/Quenzo/history"));
-    return QStandardPaths::writableLocation(QStandardPaths::GenericDataLocation) +
-           QStringLiteral("/Quenzo/history");
+    m_folder = macLayout
+                   ? layout.path(QStringLiteral("~/Library/Application Support/Quenzo/history"))
+                   : QStandardPaths::writableLocation(QStandardPaths::GenericDataLocation) +
+                         QStringLiteral("/Quenzo/history");
 }
 
-QStringList names()
+QStringList HistoryStore::names() const
 {
     QStringList list =
-        QDir(folder()).entryList({QStringLiteral("*.jsonl")}, QDir::Files, QDir::Name);
+        QDir(m_folder).entryList({QStringLiteral("*.jsonl")}, QDir::Files, QDir::Name);
     return list;
 }
 
-std::optional<UninstallRecord> load(const QString &nameOrPath)
+std::optional<UninstallRecord> HistoryStore::load(const QString &nameOrPath) const
 {
     const QString path = nameOrPath.contains(QLatin1Char('/'))
                              ? nameOrPath
-                             : folder() + QLatin1Char('/') + nameOrPath;
-    const int fd = openJournal(path, O_RDONLY);
+                             : m_folder + QLatin1Char('/') + nameOrPath;
+    const int fd = openFile(path, O_RDONLY);
     if (fd < 0)
         return std::nullopt;
     QFile file;
     std::optional<UninstallRecord> record;
     if (isRegular(fd) && file.open(fd, QIODevice::ReadOnly, QFile::AutoCloseHandle)) {
         record = UninstallRecord::parse(file.readAll());
-        if (record)
+        if (record) {
             record->fileName = QFileInfo(path).fileName();
+            for (UninstallRecord::Item &item : record->items)
+                item.shownPath = m_layout.displayPath(QFile::decodeName(item.path));
+        }
     } else {
         ::close(fd);
     }
     return record;
 }
 
-std::optional<UninstallRecord> latest()
+std::optional<UninstallRecord> HistoryStore::latest() const
 {
     const QStringList list = names();
     for (auto it = list.crbegin(); it != list.crend(); ++it) {
@@ -83,25 +84,25 @@ std::optional<UninstallRecord> latest()
     return std::nullopt;
 }
 
-std::optional<Journal> Journal::create(const QDateTime &time)
+std::optional<HistoryStore::Journal> HistoryStore::createJournal(const QDateTime &time) const
 {
-    if (!QDir().mkpath(folder()))
+    if (!QDir().mkpath(m_folder))
         return std::nullopt;
     const QString name = time.toUTC().toString(QStringLiteral("yyyyMMdd-HHmmss-zzz")) +
                          QLatin1Char('-') + QUuid::createUuid().toString(QUuid::Id128).left(8) +
                          kSuffix;
-    const QString path = folder() + QLatin1Char('/') + name;
-    const int fd = openJournal(path, O_WRONLY | O_CREAT | O_EXCL);
+    const QString path = m_folder + QLatin1Char('/') + name;
+    const int fd = openFile(path, O_WRONLY | O_CREAT | O_EXCL);
     if (fd < 0)
         return std::nullopt;
     ::close(fd);
     return Journal(path);
 }
 
-std::optional<Journal> Journal::open(const QString &fileName)
+std::optional<HistoryStore::Journal> HistoryStore::openJournal(const QString &fileName) const
 {
-    const QString path = folder() + QLatin1Char('/') + fileName;
-    const int fd = openJournal(path, O_WRONLY | O_APPEND);
+    const QString path = m_folder + QLatin1Char('/') + fileName;
+    const int fd = openFile(path, O_WRONLY | O_APPEND);
     if (fd < 0)
         return std::nullopt;
     const bool regular = isRegular(fd);
@@ -109,9 +110,9 @@ std::optional<Journal> Journal::open(const QString &fileName)
     return regular ? std::optional(Journal(path)) : std::nullopt;
 }
 
-bool Journal::append(const QByteArray &line) const
+bool HistoryStore::Journal::append(const QByteArray &line) const
 {
-    const int fd = openJournal(m_path, O_WRONLY | O_APPEND);
+    const int fd = openFile(m_path, O_WRONLY | O_APPEND);
     if (fd < 0)
         return false;
     const QByteArray bytes = line + '\n';
@@ -121,4 +122,3 @@ bool Journal::append(const QByteArray &line) const
     return written;
 }
 
-} // namespace HistoryStore

@@ -22,9 +22,9 @@ bool isDomain(const QString &domain)
 }
 } // namespace
 
-QList<PreferenceDomain> in(const QList<FileItem> &items)
+QList<PreferenceDomain> in(const SystemLayout &layout, const QList<FileItem> &items)
 {
-    const QString preferences = SystemLayout::home() + QStringLiteral("/Library/Preferences/");
+    const QString preferences = layout.home() + QStringLiteral("/Library/Preferences/");
     const QString byHost = preferences + QStringLiteral("ByHost/");
     QList<PreferenceDomain> result;
     for (const FileItem &item : items) {

@@ -15,11 +15,13 @@ struct PreferenceDomain
     friend bool operator==(const PreferenceDomain &, const PreferenceDomain &) = default;
 };
 
+class SystemLayout;
+
 namespace PreferenceDomains {
 
 // The domains of the preference files among `items` (in the user's Preferences folder or its
 // ByHost folder), in order, duplicates kept. The global domain and anything that is not a
 // plain reverse-DNS name are left out.
-[[nodiscard]] QList<PreferenceDomain> in(const QList<FileItem> &items);
+[[nodiscard]] QList<PreferenceDomain> in(const SystemLayout &layout, const QList<FileItem> &items);
 
 } // namespace PreferenceDomains

@@ -1,10 +1,8 @@
 // SPDX-License-Identifier: MIT
 #include "PrivilegedHelper.h"
 
-#include "Platform/SystemLayout.h"
 #include "Platform/ToolRunner.h"
 #include "Platform/TrustedProgram.h"
-#include "Removal/AdminPathPolicy.h"
 
 #include <QFile>
 
@@ -37,14 +35,14 @@ bool isDirectlyIn(const QString &path, const QString &folder)
 }
 } // namespace
 
-PrivilegedHelper::PrivilegedHelper(Context context, const ToolRunner &tools)
-    : m_context(std::move(context)), m_tools(tools)
-{
-    m_mover = LinkProofMove::open(m_context.root, m_context.home, m_context.user, &m_moverError);
-    if (m_mover)
-        m_journal = RootMoveJournal::open(m_mover->root(), m_mover->root().owner().value_or(0),
-                                          &m_journalError);
-}
+PrivilegedHelper::PrivilegedHelper(SystemLayout layout, uid_t user, const ToolRunner &tools)
+    : m_layout(std::move(layout)), m_policy(m_layout), m_tools(tools),
+      m_mover(LinkProofMove::open(QFile::encodeName(m_layout.root()),
+                                  QFile::encodeName(m_layout.home()), user)),
+      m_journal(m_mover ? RootMoveJournal::open(m_mover->root(),
+                                                m_mover->root().owner().value_or(0))
+                        : Result<RootMoveJournal>(Failure(m_mover.error())))
+{}
 
 QList<HelperRecord> PrivilegedHelper::run(const QList<HelperRecord> &commands) const
 {
@@ -60,12 +58,12 @@ QList<HelperRecord> PrivilegedHelper::run(const QList<HelperRecord> &commands) c
     return results;
 }
 
-bool PrivilegedHelper::isAllowedMove(const QString &source, const QString &destination,
-                                     const QString &trash)
+bool PrivilegedHelper::isAllowedMove(const AdminPathPolicy &policy, const QString &source,
+                                     const QString &destination, const QString &trash)
 {
     constexpr auto kScope = AdminPathPolicy::Scope::systemOnly;
-    return (AdminPathPolicy::isAllowed(source, kScope) && isDirectlyIn(destination, trash)) ||
-           (isDirectlyIn(source, trash) && AdminPathPolicy::isAllowed(destination, kScope));
+    return (policy.isAllowed(source, kScope) && isDirectlyIn(destination, trash)) ||
+           (isDirectlyIn(source, trash) && policy.isAllowed(destination, kScope));
 }
 
 HelperRecord PrivilegedHelper::bootOut(const QByteArray &plist) const
@@ -73,7 +71,7 @@ HelperRecord PrivilegedHelper::bootOut(const QByteArray &plist) const
     const auto path = faithful(plist);
     // As root, launchctl takes the label from the file: one the user could write or link would
     // let their programs stop any system daemon.
-    const QString daemons = SystemLayout::path(QStringLiteral("/Library/LaunchDaemons"));
+    const QString daemons = m_layout.path(QStringLiteral("/Library/LaunchDaemons"));
     if (!path || !isDirectlyIn(*path, daemons) || !m_mover || !m_mover->isSystemOnlyFile(plist))
         return failed(plist, QStringLiteral("Not a launch daemon Quenzo may stop"));
     return runTool("/bin/launchctl", {QStringLiteral("bootout"), QStringLiteral("system"), *path},
@@ -91,7 +89,7 @@ HelperRecord PrivilegedHelper::forget(const QByteArray &packageID) const
 HelperRecord PrivilegedHelper::runTool(const char *macPath, const QStringList &arguments,
                                        const QByteArray &item) const
 {
-    const QString tool = SystemLayout::path(QLatin1String(macPath));
+    const QString tool = m_layout.path(QLatin1String(macPath));
     if (const QString refusal = TrustedProgram::refusal(tool); !refusal.isEmpty())
         return failed(item, refusal);
     // The tool's own answer (a daemon that was not loaded) changes nothing for the caller, who
@@ -109,10 +107,10 @@ HelperRecord PrivilegedHelper::move(const QByteArray &source, const QByteArray &
     if (!from || !to)
         return failed(source, QStringLiteral("The name is not valid UTF-8"));
     if (!m_mover)
-        return failed(source, m_moverError);
-    // The Trash as the caller names it (SystemLayout's home), before any /private rewriting.
-    const QByteArray trash = m_context.home + "/.Trash";
-    if (!isAllowedMove(*from, *to, QFile::decodeName(trash)))
+        return failed(source, m_mover.error());
+    // The Trash as the caller names it (the layout's home), before any /private rewriting.
+    const QByteArray trash = QFile::encodeName(m_layout.home()) + "/.Trash";
+    if (!isAllowedMove(m_policy, *from, *to, QFile::decodeName(trash)))
         return failed(source, QStringLiteral("Not an item Quenzo may move"));
     const bool intoTrash = destination.startsWith(trash + '/');
     return intoTrash ? moveToTrash(source) : restore(source, destination);
@@ -122,7 +120,7 @@ HelperRecord PrivilegedHelper::moveToTrash(const QByteArray &source) const
 {
     // An item that could not be recorded could never be put back as root: it is not moved.
     if (!m_journal)
-        return failed(source, m_journalError);
+        return failed(source, m_journal.error());
     const LinkProofMove::Outcome outcome = m_mover->moveToTrash(source);
     if (outcome.moved) {
         // Unrecorded, it is still safely in the Trash; only a restore as root would refuse it.
@@ -144,7 +142,7 @@ HelperRecord PrivilegedHelper::restore(const QByteArray &source,
                                        const QByteArray &destination) const
 {
     if (!m_journal)
-        return failed(source, m_journalError);
+        return failed(source, m_journal.error());
     static int serial = 0;
     const QByteArray held =
         "restore-" + QByteArray::number(qint64(::getpid())) + '-' + QByteArray::number(++serial);

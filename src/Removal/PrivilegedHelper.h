@@ -4,6 +4,8 @@
 #include "Platform/HelperBatch.h"
 #include "Platform/LinkProofMove.h"
 #include "Platform/RootMoveJournal.h"
+#include "Platform/SystemLayout.h"
+#include "Removal/AdminPathPolicy.h"
 
 #include <QByteArray>
 #include <QList>
@@ -14,25 +16,19 @@ class ToolRunner;
 
 // What the privileged helper does with a batch, as root: every command is checked again here
 // (the batch comes from a process the user's own programs can reach), then run in the given
-// order, one result per command. SystemLayout must already hold the root and the home.
+// order, one result per command.
 class PrivilegedHelper
 {
 public:
-    struct Context
-    {
-        QByteArray root;
-        QByteArray home;
-        uid_t user = 0; // the owner of the home and the Trash
-    };
-
-    PrivilegedHelper(Context context, const ToolRunner &tools);
+    // `user`: the owner of the layout's home and Trash.
+    PrivilegedHelper(SystemLayout layout, uid_t user, const ToolRunner &tools);
 
     [[nodiscard]] QList<HelperRecord> run(const QList<HelperRecord> &commands) const;
 
     // Whether a move may be made as root: an allowed item into the Trash, or an item directly
     // in the Trash back to an allowed place.
-    [[nodiscard]] static bool isAllowedMove(const QString &source, const QString &destination,
-                                            const QString &trash);
+    [[nodiscard]] static bool isAllowedMove(const AdminPathPolicy &policy, const QString &source,
+                                            const QString &destination, const QString &trash);
 
 private:
     [[nodiscard]] HelperRecord bootOut(const QByteArray &plist) const;
@@ -44,10 +40,9 @@ private:
     [[nodiscard]] HelperRecord runTool(const char *macPath, const QStringList &arguments,
                                        const QByteArray &item) const;
 
-    Context m_context;
+    SystemLayout m_layout;
+    AdminPathPolicy m_policy;
     const ToolRunner &m_tools;
-    std::optional<LinkProofMove> m_mover;
-    QString m_moverError;
-    std::optional<RootMoveJournal> m_journal;
-    QString m_journalError;
+    Result<LinkProofMove> m_mover;
+    Result<RootMoveJournal> m_journal;
 };

@@ -2,7 +2,6 @@
 #include "ProcessService.h"
 
 #include "Platform/RunningApplications.h"
-#include "Platform/SystemLayout.h"
 #include "Platform/ToolRunner.h"
 #include "Platform/TrustedProgram.h"
 
@@ -58,9 +57,8 @@ QString decodedOutput(const QByteArray &bytes)
 }
 } // namespace
 
-ProcessService::ProcessService() : ProcessService(Dependencies{}) {}
-
-ProcessService::ProcessService(Dependencies dependencies) : m_dependencies(std::move(dependencies))
+ProcessService::ProcessService(SystemLayout layout, Dependencies dependencies)
+    : m_layout(std::move(layout)), m_dependencies(std::move(dependencies))
 {
     if (!m_dependencies.applications)
         m_dependencies.applications = RunningApplications::system();
@@ -111,7 +109,7 @@ bool ProcessService::waitUntilTerminated(const RunningApplication &application, 
 std::optional<UninstallError> ProcessService::unloadLaunchItem(const QString &path) const
 {
     const ProcessOutput result =
-        run(SystemLayout::path(QStringLiteral("/bin/launchctl")), {QStringLiteral("unload"), path});
+        run(m_layout.path(QStringLiteral("/bin/launchctl")), {QStringLiteral("unload"), path});
     if (result.status == 0)
         return std::nullopt;
     return UninstallError::failedToUnloadLaunchItem(
@@ -122,7 +120,7 @@ ProcessOutput ProcessService::run(const QString &executable, const QStringList &
 {
     // Already root, a tool of a fake Mac (a folder anyone might have laid out) runs only when
     // only root could have changed it.
-    if (::geteuid() == 0 && SystemLayout::isFakeRoot() && SystemLayout::macPath(executable)) {
+    if (::geteuid() == 0 && m_layout.isFakeRoot() && m_layout.macPath(executable)) {
         if (const QString refusal = TrustedProgram::refusal(executable); !refusal.isEmpty())
             return ProcessOutput{-1, refusal};
     }

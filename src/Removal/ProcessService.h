@@ -1,6 +1,7 @@
 // SPDX-License-Identifier: MIT
 #pragma once
 
+#include "Platform/SystemLayout.h"
 #include "Removal/UninstallError.h"
 
 #include <QString>
@@ -34,8 +35,8 @@ public:
         std::function<void(std::chrono::milliseconds)> sleep;
     };
 
-    ProcessService();
-    explicit ProcessService(Dependencies dependencies);
+    // What the caller leaves out of `dependencies` is the real thing.
+    explicit ProcessService(SystemLayout layout, Dependencies dependencies = {});
 
     // Asks every running process of the bundle to quit, waits up to 5 s for each, forces it,
     // and fails with appNotRunning or failedToQuitApp. Never touches this process.
@@ -48,5 +49,6 @@ public:
 private:
     [[nodiscard]] bool waitUntilTerminated(const RunningApplication &application, int polls) const;
 
+    SystemLayout m_layout;
     Dependencies m_dependencies;
 };

@@ -36,20 +36,20 @@ std::optional<Result> refusal(const RestoreMover::Move &move)
 class UserRestoreMover : public RestoreMover
 {
 public:
+    explicit UserRestoreMover(SystemLayout layout) : m_layout(std::move(layout)) {}
+
     QList<Result> moveBack(const QList<Move> &moves) const override
     {
         QList<Result> results;
-        QString error;
-        const auto mover =
-            LinkProofMove::open(QFile::encodeName(SystemLayout::root()),
-                                QFile::encodeName(SystemLayout::home()), ::getuid(), &error);
+        const auto mover = LinkProofMove::open(QFile::encodeName(m_layout.root()),
+                                               QFile::encodeName(m_layout.home()), ::getuid());
         for (const Move &move : moves) {
             if (const auto refused = refusal(move)) {
                 results.append(*refused);
                 continue;
             }
             if (!mover) {
-                results.append({Outcome::failed, error});
+                results.append({Outcome::failed, mover.error()});
                 continue;
             }
             const LinkProofMove::Outcome outcome = mover->move(move.trashPath, move.originalPath);
@@ -64,6 +64,9 @@ public:
         }
         return results;
     }
+
+private:
+    SystemLayout m_layout;
 };
 
 // Every move in one run of the privileged helper, which checks each again as root.
@@ -71,8 +74,7 @@ class AdminRestoreMover : public RestoreMover
 {
 public:
     explicit AdminRestoreMover(std::shared_ptr<const AuthorizationService> authorization)
-        : m_authorization(authorization ? std::move(authorization)
-                                        : std::make_shared<const AuthorizationService>())
+        : m_authorization(std::move(authorization))
     {}
 
     QList<Result> moveBack(const QList<Move> &moves) const override
@@ -113,9 +115,9 @@ private:
 };
 } // namespace
 
-std::shared_ptr<const RestoreMover> RestoreMover::userRights()
+std::shared_ptr<const RestoreMover> RestoreMover::userRights(const SystemLayout &layout)
 {
-    return std::make_shared<const UserRestoreMover>();
+    return std::make_shared<const UserRestoreMover>(layout);
 }
 
 std::shared_ptr<const RestoreMover>

@@ -8,6 +8,7 @@
 #include <optional>
 
 class AuthorizationService;
+class SystemLayout;
 
 // Moves items from the Trash back to where they were, never replacing anything at the original
 // path and never through a link on the way. Paths are the file system's bytes.
@@ -37,9 +38,9 @@ public:
     [[nodiscard]] virtual QList<Result> moveBack(const QList<Move> &moves) const = 0;
 
     // With the user's own rights: the uninstall's link-proof move, which never replaces.
-    [[nodiscard]] static std::shared_ptr<const RestoreMover> userRights();
+    [[nodiscard]] static std::shared_ptr<const RestoreMover> userRights(const SystemLayout &layout);
     // Every move of the list in one run of the privileged helper, so one prompt covers the
     // whole restore.
     [[nodiscard]] static std::shared_ptr<const RestoreMover>
-    adminRights(std::shared_ptr<const AuthorizationService> authorization = {});
+    adminRights(std::shared_ptr<const AuthorizationService> authorization);
 };

@@ -1,8 +1,8 @@
 // SPDX-License-Identifier: MIT
 #include "RestoreRun.h"
 
-#include "Platform/SystemLayout.h"
 #include "Platform/ToolRunner.h"
+#include "Removal/AuthorizationService.h"
 #include "Removal/HistoryStore.h"
 #include "Removal/UninstallService.h"
 
@@ -34,12 +34,14 @@ bool isLaunchJob(FileCategory category)
 }
 } // namespace
 
-RestoreRun::RestoreRun(Dependencies dependencies) : m_dependencies(std::move(dependencies))
+RestoreRun::RestoreRun(SystemLayout layout, Dependencies dependencies)
+    : m_layout(std::move(layout)), m_dependencies(std::move(dependencies))
 {
     if (!m_dependencies.user)
-        m_dependencies.user = RestoreMover::userRights();
+        m_dependencies.user = RestoreMover::userRights(m_layout);
     if (!m_dependencies.admin)
-        m_dependencies.admin = RestoreMover::adminRights();
+        m_dependencies.admin =
+            RestoreMover::adminRights(std::make_shared<const AuthorizationService>(m_layout));
     if (!m_dependencies.tools)
         m_dependencies.tools = std::make_shared<const ToolRunner>();
 }
@@ -79,7 +81,7 @@ RestoreRun::Report RestoreRun::run(const UninstallRecord &record) const
     apply(byUser, *m_dependencies.user, userMoves);
     apply(byAdmin, *m_dependencies.admin, adminMoves);
 
-    if (const auto journal = HistoryStore::Journal::open(record.fileName)) {
+    if (const auto journal = HistoryStore(m_layout).openJournal(record.fileName)) {
         for (qsizetype i = 0; i < report.items.size(); ++i) {
             if (report.items.at(i).outcome == Outcome::restored)
                 (void)journal->append(UninstallRecord::restoredLine(i));
@@ -93,7 +95,7 @@ void RestoreRun::registerApps(const Report &report) const
 {
     // Only the Mac has a register of apps; elsewhere, and on a fake Mac without its stand-in,
     // there is nothing to run.
-    const QString lsregister = SystemLayout::path(UninstallService::lsregisterMacPath());
+    const QString lsregister = m_layout.path(UninstallService::lsregisterMacPath());
     if (!QFile::exists(lsregister))
         return;
     for (const ItemReport &line : report.items) {

@@ -1,6 +1,7 @@
 // SPDX-License-Identifier: MIT
 #pragma once
 
+#include "Platform/SystemLayout.h"
 #include "Removal/RestoreMover.h"
 #include "Removal/UninstallRecord.h"
 
@@ -19,8 +20,8 @@ class RestoreRun
 public:
     struct Dependencies
     {
-        std::shared_ptr<const RestoreMover> user;  // default: RestoreMover::userRights()
-        std::shared_ptr<const RestoreMover> admin; // default: RestoreMover::adminRights()
+        std::shared_ptr<const RestoreMover> user;  // default: RestoreMover::userRights
+        std::shared_ptr<const RestoreMover> admin; // default: RestoreMover::adminRights
         std::shared_ptr<const ToolRunner> tools;   // runs lsregister
     };
 
@@ -50,7 +51,8 @@ public:
         [[nodiscard]] QString summary() const;
     };
 
-    explicit RestoreRun(Dependencies dependencies = {});
+    // What the caller leaves out of `dependencies` is the real thing, on the layout.
+    explicit RestoreRun(SystemLayout layout, Dependencies dependencies = {});
 
     // Blocks while the administrator prompt is up; never on the GUI thread.
     [[nodiscard]] Report run(const UninstallRecord &record) const;
@@ -60,5 +62,6 @@ public:
 private:
     void registerApps(const Report &report) const;
 
+    SystemLayout m_layout;
     Dependencies m_dependencies;
 };

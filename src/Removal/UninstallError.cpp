@@ -3,9 +3,9 @@
 
 QString UninstallError::message() const
 {
-    switch (m_kind) {
+    switch (kind()) {
     case Kind::failedToUnloadLaunchItem:
-        return QStringLiteral("Failed to unload launch item: ") + m_detail;
+        return QStringLiteral("Failed to unload launch item: ") + detail();
     case Kind::failedToQuitApp:
         return QStringLiteral("Failed to quit the application");
     case Kind::appNotRunning:

@@ -1,8 +1,6 @@
 // SPDX-License-Identifier: MIT
 #include "UninstallRecord.h"
 
-#include "Platform/SystemLayout.h"
-
 #include <QFile>
 #include <QJsonArray>
 #include <QJsonDocument>
@@ -51,7 +49,7 @@ UninstallRecord::Item itemFrom(const QJsonObject &object)
 
 QString UninstallRecord::Item::displayPath() const
 {
-    return SystemLayout::displayPath(QFile::decodeName(path));
+    return shownPath.isEmpty() ? QFile::decodeName(path) : shownPath;
 }
 
 QStringList UninstallRecord::apps() const
@@ -89,10 +87,11 @@ QByteArray UninstallRecord::headerLine(const QDateTime &time, const QList<Item> 
 }
 
 QByteArray UninstallRecord::movedLine(qsizetype index, const QByteArray &trashPath,
-                                      bool withAdminRights)
+                                      bool withAdminRights, const QString &shownTrashPath)
 {
+    const QString shown = shownTrashPath.isEmpty() ? QFile::decodeName(trashPath) : shownTrashPath;
     return line({{u"moved"_s, index},
-                 {u"trashPath"_s, SystemLayout::displayPath(QFile::decodeName(trashPath))},
+                 {u"trashPath"_s, shown},
                  {u"trashPathBytes"_s, bytesJson(trashPath)},
                  {u"admin"_s, withAdminRights}});
 }

@@ -22,6 +22,7 @@ struct UninstallRecord
     {
         QByteArray path;      // the original path
         QByteArray trashPath; // empty until moved
+        QString shownPath;    // the path as the user reads it; set by whoever knows the layout
         QString app;          // display name of the app it belonged to
         FileCategory category = FileCategory::other;
         qint64 size = 0;
@@ -29,6 +30,7 @@ struct UninstallRecord
         std::optional<QString> packageID; // a receipt: forgotten, not moved
         State state = State::planned;
 
+        // shownPath, or the path's bytes decoded when there is none.
         [[nodiscard]] QString displayPath() const;
     };
 
@@ -41,8 +43,10 @@ struct UninstallRecord
 
     // Journal lines (JSON without a newline).
     [[nodiscard]] static QByteArray headerLine(const QDateTime &time, const QList<Item> &items);
+    // `shownTrashPath`: the Trash path as the user reads it; its bytes decoded by default.
     [[nodiscard]] static QByteArray movedLine(qsizetype index, const QByteArray &trashPath,
-                                              bool withAdminRights);
+                                              bool withAdminRights,
+                                              const QString &shownTrashPath = {});
     [[nodiscard]] static QByteArray restoredLine(qsizetype index);
 
     // Nothing when the first line is not a record. A line cut short by an interrupted write, or

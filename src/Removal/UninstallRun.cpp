@@ -6,7 +6,6 @@
 #include "Platform/SystemLayout.h"
 #include "Platform/TrashMover.h"
 #include "Platform/TrashNaming.h"
-#include "Removal/AdminPathPolicy.h"
 #include "Removal/AuthorizationService.h"
 #include "Removal/PreferenceDomains.h"
 #include "Removal/ProcessService.h"
@@ -19,11 +18,6 @@
 
 namespace {
 const QString kCouldNotMove = QStringLiteral("Couldn't be moved to the Trash");
-
-bool isPartOfOperatingSystem(const QString &path)
-{
-    return SystemLayout::isInSystemFolder(path);
-}
 
 QString parentFolder(const QString &path)
 {
@@ -67,8 +61,8 @@ QString summary(qsizetype removed, qsizetype failed, qsizetype skipped)
 }
 } // namespace
 
-UninstallRun::UninstallRun(UninstallService::Dependencies dependencies)
-    : m_dependencies(std::move(dependencies)),
+UninstallRun::UninstallRun(SystemLayout layout, UninstallService::Dependencies dependencies)
+    : m_layout(std::move(layout)), m_dependencies(std::move(dependencies)),
       m_recorder(m_dependencies.recorder ? m_dependencies.recorder() : nullptr)
 {}
 
@@ -144,7 +138,7 @@ void UninstallRun::unloadLaunchAgents(UninstallSession *session, const QList<Fil
 void UninstallRun::sort(UninstallPlan &plan, const QList<FileItem> &items) const
 {
     for (const FileItem &item : items) {
-        if (item.isProtected || isPartOfOperatingSystem(item.path))
+        if (item.isProtected || m_layout.isInSystemFolder(item.path))
             plan.protectedFiles.append(item);
         else if (item.packageID)
             plan.receipts.append(item);
@@ -157,9 +151,8 @@ void UninstallRun::sort(UninstallPlan &plan, const QList<FileItem> &items) const
 
 bool UninstallRun::requiresElevatedPrivileges(const QString &path) const
 {
-    QStringList userRoots{SystemLayout::home(),
-                          SystemLayout::path(QStringLiteral("/Applications"))};
-    userRoots.append(AdminPathPolicy::userDarwinDirectories());
+    QStringList userRoots{m_layout.home(), m_layout.path(QStringLiteral("/Applications"))};
+    userRoots.append(m_layout.darwinUserDirectories());
     const bool isUserPlace =
         std::any_of(userRoots.cbegin(), userRoots.cend(),
                     [&](const auto &root) { return path.startsWith(root + QLatin1Char('/')); });
@@ -180,12 +173,14 @@ void UninstallRun::trashFiles(UninstallPlan &plan) const
         bool moved = false;
         QString trashPath;
         MainThread::call(plan.session.get(), [&] {
-            QString reason;
-            moved = m_dependencies.trash->moveToTrash(item.path, &reason, &trashPath);
-            if (!moved)
-                qCDebug(lcRemoval) << "moving" << item.path << "failed:" << reason;
-            if (moved)
-                plan.session->addLog(QStringLiteral("Moved to trash: ") + item.displayPath(), true);
+            const Result<QString> result = m_dependencies.trash->moveToTrash(item.path);
+            moved = result.hasValue();
+            if (!moved) {
+                qCDebug(lcRemoval) << "moving" << item.path << "failed:" << result.error();
+                return;
+            }
+            trashPath = *result;
+            plan.session->addLog(QStringLiteral("Moved to trash: ") + item.displayPath(), true);
         });
         if (moved && m_recorder)
             m_recorder->moved(item.path, trashPath, false);
@@ -217,10 +212,9 @@ void UninstallRun::removeAdminFiles(QList<UninstallPlan> &plans) const
         return;
     // A missing Trash would make every move as root fail, and the user may create their own.
     // Should that fail too, each move fails and its item is logged and counted as failed.
-    QString trashError;
     if (!moves.isEmpty())
-        if (!TrashMover::ensureTrashFolder(&trashError))
-            qCDebug(lcRemoval) << "no Trash folder:" << trashError;
+        if (const auto refused = TrashMover::ensureTrashFolder(m_layout))
+            qCDebug(lcRemoval) << "no Trash folder:" << *refused;
     for (const UninstallPlan &plan : std::as_const(plans)) {
         const qsizetype count = plan.adminFiles.size() + plan.receipts.size();
         if (count > 0)
@@ -315,23 +309,23 @@ void UninstallRun::finish(UninstallPlan &plan) const
 void UninstallRun::flushPreferencesAndRegistrations(const UninstallPlan &plan) const
 {
     const ProcessService &process = *m_dependencies.process;
-    const QString defaults = SystemLayout::path(QStringLiteral("/usr/bin/defaults"));
-    for (const PreferenceDomain &entry : PreferenceDomains::in(plan.removed)) {
+    const QString defaults = m_layout.path(QStringLiteral("/usr/bin/defaults"));
+    for (const PreferenceDomain &entry : PreferenceDomains::in(m_layout, plan.removed)) {
         QStringList arguments{QStringLiteral("delete"), entry.domain};
         if (entry.byHost)
             arguments.prepend(QStringLiteral("-currentHost"));
         (void)process.run(defaults, arguments);
     }
-    const QString lsregister = SystemLayout::path(UninstallService::lsregisterMacPath());
+    const QString lsregister = m_layout.path(UninstallService::lsregisterMacPath());
     for (const FileItem &item : plan.removed) {
         if (item.category == FileCategory::application)
             (void)process.run(lsregister, {QStringLiteral("-u"), item.path});
     }
 }
 
-QString UninstallRun::trashDestination(const QString &path, QSet<QString> &reserved)
+QString UninstallRun::trashDestination(const QString &path, QSet<QString> &reserved) const
 {
-    return TrashNaming::freeDestination(AdminPathPolicy::trashDirectory(), path, reserved);
+    return TrashNaming::freeDestination(m_layout.trashDirectory(), path, reserved);
 }
 
 void UninstallRun::log(UninstallSession *session, const QString &message, bool isSuccess)

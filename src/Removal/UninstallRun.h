@@ -13,7 +13,7 @@
 class UninstallRun
 {
 public:
-    explicit UninstallRun(UninstallService::Dependencies dependencies);
+    UninstallRun(SystemLayout layout, UninstallService::Dependencies dependencies);
 
     // Blocks until every session is completed. Never on the GUI thread.
     void run(const QList<QSharedPointer<UninstallSession>> &sessions) const;
@@ -34,9 +34,10 @@ private:
     void flushPreferencesAndRegistrations(const UninstallPlan &plan) const;
 
     // A fresh free name in the Trash for the item, promised to it within `reserved`.
-    [[nodiscard]] static QString trashDestination(const QString &path, QSet<QString> &reserved);
+    [[nodiscard]] QString trashDestination(const QString &path, QSet<QString> &reserved) const;
     static void log(UninstallSession *session, const QString &message, bool isSuccess = true);
 
+    SystemLayout m_layout;
     UninstallService::Dependencies m_dependencies;
     std::shared_ptr<UninstallRecorder> m_recorder; // this run's record; may be none
 };

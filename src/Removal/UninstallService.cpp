@@ -12,19 +12,19 @@
 
 #include <unistd.h>
 
-UninstallService::UninstallService() : UninstallService(Dependencies{}) {}
-
-UninstallService::UninstallService(Dependencies dependencies)
-    : m_dependencies(std::move(dependencies))
+UninstallService::UninstallService(SystemLayout layout, Dependencies dependencies)
+    : m_layout(std::move(layout)), m_dependencies(std::move(dependencies))
 {
     if (!m_dependencies.process)
-        m_dependencies.process = std::make_shared<const ProcessService>();
+        m_dependencies.process = std::make_shared<const ProcessService>(m_layout);
     if (!m_dependencies.authorization)
-        m_dependencies.authorization = std::make_shared<const AuthorizationService>();
+        m_dependencies.authorization = std::make_shared<const AuthorizationService>(m_layout);
     if (!m_dependencies.trash)
-        m_dependencies.trash = TrashMover::system();
+        m_dependencies.trash = TrashMover::system(m_layout);
     if (!m_dependencies.recorder)
-        m_dependencies.recorder = [] { return std::make_shared<HistoryRecorder>(); };
+        m_dependencies.recorder = [layout = m_layout] {
+            return std::make_shared<HistoryRecorder>(layout);
+        };
     if (!m_dependencies.isWritable)
         m_dependencies.isWritable = [](const QString &folder) {
             return ::access(QFile::encodeName(folder).constData(), W_OK) == 0;
@@ -35,7 +35,9 @@ QFuture<void> UninstallService::uninstall(const QList<QSharedPointer<UninstallSe
 {
     // The task holds its own copies, so it may outlive this service.
     return QtConcurrent::run(
-        [dependencies = m_dependencies, sessions] { UninstallRun(dependencies).run(sessions); });
+        [layout = m_layout, dependencies = m_dependencies, sessions] {
+            UninstallRun(layout, dependencies).run(sessions);
+        });
 }
 
 QString UninstallService::lsregisterMacPath()

@@ -2,6 +2,7 @@
 #pragma once
 
 #include "Models/UninstallSession.h"
+#include "Platform/SystemLayout.h"
 
 #include <QFuture>
 #include <QList>
@@ -33,8 +34,8 @@ public:
         std::function<std::shared_ptr<UninstallRecorder>()> recorder;
     };
 
-    UninstallService();
-    explicit UninstallService(Dependencies dependencies);
+    // What the caller leaves out of `dependencies` is the real thing, on the layout.
+    explicit UninstallService(SystemLayout layout, Dependencies dependencies = {});
     virtual ~UninstallService() = default;
 
     // Finishes when every session is completed. Never fails as a whole; call it on the GUI
@@ -46,5 +47,6 @@ public:
     [[nodiscard]] static QString lsregisterMacPath();
 
 private:
+    SystemLayout m_layout;
     Dependencies m_dependencies;
 };

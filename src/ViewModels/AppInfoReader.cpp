@@ -9,7 +9,7 @@
 
 namespace AppInfoReader {
 
-std::optional<AppInfo> read(const QString &droppedPath)
+std::optional<AppInfo> read(const SystemLayout &layout, const QString &droppedPath)
 {
     // A dropped link stands for what it points to: that is what is read, quit and removed
     // (the link goes too), never something that merely lies below the link's target.
@@ -30,17 +30,18 @@ std::optional<AppInfo> read(const QString &droppedPath)
     if (dropped.isSymLink())
         record.droppedLink = droppedPath;
     record.version = bundle->stringValue(QStringLiteral("CFBundleShortVersionString"));
-    record.isSystemProtected = isUnderSystemFolder(bundlePath);
+    record.isSystemProtected =
+        isUnderSystemFolder(layout, bundlePath) || layout.isInSystemFolder(bundlePath);
     return record;
 }
 
-std::optional<AppInfo> readWithIcon(const QString &bundlePath,
+std::optional<AppInfo> readWithIcon(const SystemLayout &layout, const QString &bundlePath,
                                     const std::function<QByteArray(const QByteArray &)> &shapeIcon)
 {
-    auto record = read(bundlePath);
+    auto record = read(layout, bundlePath);
     if (!record)
         return record;
-    if (const auto icon = AppIcon::extract(bundlePath))
+    if (const auto icon = AppIcon::extract(layout, bundlePath))
         record->icon = shapeIcon ? shapeIcon(*icon) : *icon;
     return record;
 }
@@ -60,13 +61,13 @@ QString pathExtension(const QString &path)
     return dot < 0 ? QString() : component.mid(dot + 1);
 }
 
-bool isUnderSystemFolder(const QString &path)
+bool isUnderSystemFolder(const SystemLayout &layout, const QString &path)
 {
     const QString resolved = QFileInfo(path).canonicalFilePath();
     if (resolved.isEmpty())
         return false;
     // The root itself may sit behind a link (/tmp on some systems): compare resolved with resolved.
-    const QString root = QFileInfo(SystemLayout::root()).canonicalFilePath();
+    const QString root = QFileInfo(layout.root()).canonicalFilePath();
     const QString prefix =
         (root == QLatin1String("/") ? QString() : root) + QStringLiteral("/System/");
     return resolved.startsWith(prefix);

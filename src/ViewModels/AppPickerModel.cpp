@@ -3,14 +3,15 @@
 
 #include "RoleNames.h"
 
-#include "Platform/SystemLayout.h"
 
 #include <QCollator>
 #include <QDirIterator>
 #include <QFileInfo>
 #include <QtConcurrent>
 
-AppPickerModel::AppPickerModel(QObject *parent) : QAbstractListModel(parent) {}
+AppPickerModel::AppPickerModel(SystemLayout layout, QObject *parent)
+    : QAbstractListModel(parent), m_layout(std::move(layout))
+{}
 
 QStringList AppPickerModel::listApps(const QString &folder)
 {
@@ -38,7 +39,7 @@ QStringList AppPickerModel::listApps(const QString &folder)
 void AppPickerModel::reload()
 {
     const int generation = ++m_generation;
-    const QString folder = SystemLayout::path(QStringLiteral("/Applications"));
+    const QString folder = m_layout.path(QStringLiteral("/Applications"));
     QtConcurrent::run([folder] {
         return listApps(folder);
     }).then(this, [this, generation](const QStringList &apps) {
@@ -92,7 +93,7 @@ QVariant AppPickerModel::data(const QModelIndex &index, int role) const
     case Role::name:
         return QFileInfo(entry.path).completeBaseName();
     case Role::folder:
-        return SystemLayout::displayPath(QFileInfo(entry.path).path());
+        return m_layout.displayPath(QFileInfo(entry.path).path());
     case Role::isChecked:
         return entry.isChecked;
     }

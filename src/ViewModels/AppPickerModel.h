@@ -1,6 +1,8 @@
 // SPDX-License-Identifier: MIT
 #pragma once
 
+#include "Platform/SystemLayout.h"
+
 #include <QAbstractListModel>
 #include <QList>
 #include <QUrl>
@@ -17,7 +19,7 @@ public:
     enum class Role { name = Qt::UserRole + 1, folder, isChecked };
     Q_ENUM(Role)
 
-    explicit AppPickerModel(QObject *parent = nullptr);
+    explicit AppPickerModel(SystemLayout layout, QObject *parent = nullptr);
 
     // Lists the folder anew, with nothing ticked.
     Q_INVOKABLE void reload();
@@ -37,6 +39,7 @@ signals:
     void checkedCountChanged();
 
 private:
+    SystemLayout m_layout;
     struct Entry
     {
         QString path;

@@ -1,40 +1,15 @@
 // SPDX-License-Identifier: MIT
 #include "ItemBadge.h"
 
-#include "Platform/SystemLayout.h"
-
-#include <array>
-
 namespace ItemBadge {
-
-namespace {
-bool startsWithMacPath(const QString &path, const QString &macPrefix)
-{
-    return path.startsWith(SystemLayout::path(macPrefix));
-}
-} // namespace
-
-bool isSystemProtected(const FileItem &item)
-{
-    return item.isProtected || SystemLayout::isInSystemFolder(item.path);
-}
-
-bool requiresAdmin(const QString &path)
-{
-    static const std::array<QString, 4> prefixes{
-        QStringLiteral("/Library/LaunchDaemons"), QStringLiteral("/Library/LaunchAgents"),
-        QStringLiteral("/Library/Application Support"), QStringLiteral("/Library/Preferences")};
-    return std::any_of(prefixes.cbegin(), prefixes.cend(),
-                       [&](const QString &prefix) { return startsWithMacPath(path, prefix); });
-}
 
 Kind kind(const FileItem &item)
 {
-    if (isSystemProtected(item))
+    if (item.isProtected)
         return Kind::partOfMacOS;
     if (item.note)
         return Kind::note;
-    if (requiresAdmin(item.path))
+    if (item.requiresAdmin)
         return Kind::requiresAdmin;
     if (item.isLowConfidence())
         return Kind::lowConfidence;

@@ -17,10 +17,6 @@ namespace ItemBadge {
 
 using Kind = ItemBadges::Kind;
 
-// Protected by the system: the item is marked so, or lies under the Mac's "/System/".
-[[nodiscard]] bool isSystemProtected(const FileItem &item);
-// Lies in a system folder that only an administrator may change.
-[[nodiscard]] bool requiresAdmin(const QString &path);
 // The first mark that applies: part of macOS, the note, requires admin, low confidence.
 [[nodiscard]] Kind kind(const FileItem &item);
 // Its text, "• " included; empty for none.

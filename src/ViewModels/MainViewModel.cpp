@@ -7,7 +7,6 @@
 #include "LeftoverSessions.h"
 #include "Models/ByteCountFormatter.h"
 #include "Platform/Bundle.h"
-#include "Platform/SystemLayout.h"
 #include "Removal/UninstallService.h"
 
 #include <QDir>
@@ -42,27 +41,25 @@ bool hasStatus(const QList<QSharedPointer<UninstallSession>> &sessions, Uninstal
 }
 } // namespace
 
-MainViewModel::Dependencies MainViewModel::defaultDependencies()
+MainViewModel::Dependencies MainViewModel::defaultDependencies(const SystemLayout &layout)
 {
     return Dependencies{
-        std::make_shared<FileDiscoveryService>(),
-        std::make_shared<UninstallService>(),
+        std::make_shared<FileDiscoveryService>(layout),
+        std::make_shared<UninstallService>(layout),
         [] { return Bundle::mainBundleIdentifier(); },
-        [] { return FileDiscoveryService::hasFullDiskAccess(); },
+        [layout] { return FileDiscoveryService::hasFullDiskAccess(layout); },
         [](const QUrl &) {},
         [](const QString &) {},
         [](const QByteArray &icon) { return icon; },
-        [] { return OrphanFinder().find(); },
+        [layout] { return OrphanFinder(layout).find(); },
     };
 }
 
-MainViewModel::MainViewModel(QObject *parent) : MainViewModel(defaultDependencies(), parent) {}
-
-MainViewModel::MainViewModel(Dependencies dependencies, QObject *parent)
-    : QObject(parent), m_dependencies(std::move(dependencies))
+MainViewModel::MainViewModel(SystemLayout layout, Dependencies dependencies, QObject *parent)
+    : QObject(parent), m_layout(std::move(layout)), m_dependencies(std::move(dependencies)),
+      m_putBack(m_layout), m_appPicker(m_layout)
 {
-    // What the caller left out is the real thing.
-    const Dependencies defaults = defaultDependencies();
+    const Dependencies defaults = defaultDependencies(m_layout);
     orDefault(m_dependencies.discovery, defaults.discovery);
     orDefault(m_dependencies.uninstall, defaults.uninstall);
     orDefault(m_dependencies.ownBundleIdentifier, defaults.ownBundleIdentifier);
@@ -182,8 +179,8 @@ bool MainViewModel::isListed(const QString &bundlePath) const
 void MainViewModel::scan(const QSharedPointer<UninstallSession> &session, const QString &bundlePath)
 {
     // The bundle is the user's and may be slow or hostile to read: never on this thread.
-    QtConcurrent::run([bundlePath, shapeIcon = m_dependencies.shapeIcon] {
-        return AppInfoReader::readWithIcon(bundlePath, shapeIcon);
+    QtConcurrent::run([layout = m_layout, bundlePath, shapeIcon = m_dependencies.shapeIcon] {
+        return AppInfoReader::readWithIcon(layout, bundlePath, shapeIcon);
     }).then(this, [this, session, bundlePath](const std::optional<AppInfo> &record) {
         if (!m_sessions.contains(session))
             return; // removed from the list while its bundle was read
@@ -311,12 +308,12 @@ void MainViewModel::openFullDiskAccessSettings()
 
 void MainViewModel::openTrash()
 {
-    m_dependencies.openUrl(QUrl::fromLocalFile(SystemLayout::trashDirectory()));
+    m_dependencies.openUrl(QUrl::fromLocalFile(m_layout.trashDirectory()));
 }
 
 QUrl MainViewModel::applicationsFolder() const
 {
-    return QUrl::fromLocalFile(SystemLayout::path(QStringLiteral("/Applications")));
+    return QUrl::fromLocalFile(m_layout.path(QStringLiteral("/Applications")));
 }
 
 void MainViewModel::revealInFileManager(const QString &path)
@@ -326,7 +323,7 @@ void MainViewModel::revealInFileManager(const QString &path)
 
 void MainViewModel::copyPath(const QString &path)
 {
-    m_dependencies.copyText(SystemLayout::macPath(path).value_or(path));
+    m_dependencies.copyText(m_layout.macPath(path).value_or(path));
 }
 
 void MainViewModel::setSessions(const QList<QSharedPointer<UninstallSession>> &sessions)

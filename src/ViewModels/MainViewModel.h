@@ -2,7 +2,10 @@
 #pragma once
 
 #include "Discovery/OrphanGroup.h"
+#include "AppPickerModel.h"
 #include "Models/UninstallSession.h"
+#include "Platform/SystemLayout.h"
+#include "PutBackPresenter.h"
 #include "SessionListModel.h"
 
 #include <QDateTime>
@@ -25,6 +28,8 @@ class MainViewModel : public QObject
 {
     Q_OBJECT
     Q_PROPERTY(SessionListModel *sessionModel READ sessionModel CONSTANT)
+    Q_PROPERTY(PutBackPresenter *putBack READ putBack CONSTANT)
+    Q_PROPERTY(AppPickerModel *appPicker READ appPicker CONSTANT)
     Q_PROPERTY(int sessionCount READ sessionCount NOTIFY sessionsChanged)
     Q_PROPERTY(QString notice READ noticeText NOTIFY noticeChanged)
     Q_PROPERTY(bool hasNotice READ hasNotice NOTIFY noticeChanged)
@@ -55,12 +60,13 @@ public:
         // The leftovers of deleted apps; blocking, called off the GUI thread.
         std::function<QList<OrphanGroup>()> findLeftovers;
     };
-    // The real services, this program's own identifier and the real probe; opening URLs and
-    // copying do nothing.
-    [[nodiscard]] static Dependencies defaultDependencies();
+    // The real services on the layout, this program's own identifier and the real probe;
+    // opening URLs and copying do nothing.
+    [[nodiscard]] static Dependencies defaultDependencies(const SystemLayout &layout);
 
-    explicit MainViewModel(QObject *parent = nullptr);
-    explicit MainViewModel(Dependencies dependencies, QObject *parent = nullptr);
+    // What the caller leaves out of `dependencies` is the real thing.
+    explicit MainViewModel(SystemLayout layout, Dependencies dependencies = {},
+                           QObject *parent = nullptr);
     ~MainViewModel() override;
 
     [[nodiscard]] const QList<QSharedPointer<UninstallSession>> &sessions() const
@@ -68,6 +74,9 @@ public:
         return m_sessions;
     }
     [[nodiscard]] SessionListModel *sessionModel() { return &m_sessionModel; }
+    [[nodiscard]] PutBackPresenter *putBack() { return &m_putBack; }
+    [[nodiscard]] AppPickerModel *appPicker() { return &m_appPicker; }
+    [[nodiscard]] const SystemLayout &layout() const { return m_layout; }
     [[nodiscard]] int sessionCount() const { return int(m_sessions.size()); }
 
     [[nodiscard]] const std::optional<QString> &notice() const { return m_notice; }
@@ -125,9 +134,12 @@ private:
     void showLeftovers(const QList<OrphanGroup> &groups);
     void setFindingLeftovers(bool finding);
 
+    SystemLayout m_layout;
     Dependencies m_dependencies;
     QList<QSharedPointer<UninstallSession>> m_sessions;
     SessionListModel m_sessionModel;
+    PutBackPresenter m_putBack;
+    AppPickerModel m_appPicker;
     std::optional<QString> m_notice;
     bool m_hasFullDiskAccess = false;
     bool m_findingLeftovers = false;

@@ -13,29 +13,26 @@ struct Outcome
 };
 } // namespace
 
-PutBackPresenter::Dependencies PutBackPresenter::defaultDependencies()
+PutBackPresenter::Dependencies PutBackPresenter::defaultDependencies(const SystemLayout &layout)
 {
     return Dependencies{
-        [] {
+        [history = HistoryStore(layout)] {
             QList<UninstallRecord> records;
-            for (const QString &name : HistoryStore::names()) {
-                if (auto record = HistoryStore::load(name))
+            for (const QString &name : history.names()) {
+                if (auto record = history.load(name))
                     records.append(*record);
             }
             return records;
         },
-        [](const UninstallRecord &record) { return RestoreRun().run(record); },
+        [layout](const UninstallRecord &record) { return RestoreRun(layout).run(record); },
     };
 }
 
-PutBackPresenter::PutBackPresenter(QObject *parent)
-    : PutBackPresenter(defaultDependencies(), parent)
-{}
-
-PutBackPresenter::PutBackPresenter(Dependencies dependencies, QObject *parent)
+PutBackPresenter::PutBackPresenter(const SystemLayout &layout, Dependencies dependencies,
+                                   QObject *parent)
     : QObject(parent), m_dependencies(std::move(dependencies))
 {
-    const Dependencies defaults = defaultDependencies();
+    const Dependencies defaults = defaultDependencies(layout);
     if (!m_dependencies.loadRecords)
         m_dependencies.loadRecords = defaults.loadRecords;
     if (!m_dependencies.restore)

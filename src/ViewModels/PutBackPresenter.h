@@ -34,10 +34,12 @@ public:
         // Puts one record back; blocking, and may wait on the administrator prompt.
         std::function<RestoreRun::Report(const UninstallRecord &)> restore;
     };
-    [[nodiscard]] static Dependencies defaultDependencies();
+    // The history of the layout's home, put back through the real rights.
+    [[nodiscard]] static Dependencies defaultDependencies(const SystemLayout &layout);
 
-    explicit PutBackPresenter(QObject *parent = nullptr);
-    explicit PutBackPresenter(Dependencies dependencies, QObject *parent = nullptr);
+    // What the caller leaves out of `dependencies` is the real thing.
+    explicit PutBackPresenter(const SystemLayout &layout, Dependencies dependencies = {},
+                              QObject *parent = nullptr);
 
     [[nodiscard]] HistoryListModel *historyModel() { return &m_historyModel; }
     [[nodiscard]] RestoreReportModel *reportModel() { return &m_reportModel; }

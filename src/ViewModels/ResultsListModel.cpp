@@ -336,7 +336,7 @@ QString spokenDescription(const FileItem &item, bool showsCategory)
         parts.append(badge);
     if (!item.reason.isEmpty())
         parts.append(QStringLiteral("found by ") + item.reason);
-    parts.append(ItemBadge::isSystemProtected(item) ? QStringLiteral("cannot be selected")
+    parts.append(item.isProtected ? QStringLiteral("cannot be selected")
                  : item.isSelected                  ? QStringLiteral("selected")
                                                     : QStringLiteral("not selected"));
     return parts.join(QStringLiteral(", "));
@@ -363,7 +363,7 @@ QVariant ResultsListModel::fileData(const Row &row, Role role) const
     case Role::isSelected:
         return item.isSelected;
     case Role::isSIPProtected:
-        return ItemBadge::isSystemProtected(item);
+        return item.isProtected;
     case Role::badgeText:
         return ItemBadge::text(item);
     case Role::badgeTone:

@@ -3,21 +3,19 @@
 
 #include "ItemBadge.h"
 #include "Models/ByteCountFormatter.h"
-#include "Platform/SystemLayout.h"
 
 namespace ResultsRules {
 
 bool isSIPProtected(const UninstallSession &session)
 {
-    return session.appInfo().isSystemProtected ||
-           SystemLayout::isInSystemFolder(session.appInfo().bundlePath);
+    return session.appInfo().isSystemProtected;
 }
 
 bool hasProtectedFiles(const QList<const UninstallSession *> &sessions)
 {
     for (const UninstallSession *session : sessions) {
         for (const FileItem &item : session->discoveredFiles()) {
-            if (item.isSelected && (ItemBadge::requiresAdmin(item.path) || !item.isWritable))
+            if (item.isSelected && (item.requiresAdmin || !item.isWritable))
                 return true;
         }
     }

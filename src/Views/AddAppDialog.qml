@@ -19,18 +19,18 @@ Popup {
     closePolicy: Popup.CloseOnEscape
     Overlay.modal: Rectangle { color: Theme.scrim }
     onAboutToShow: {
-        picker.reload()
+        dialog.picker.reload()
         apps.forceActiveFocus()
     }
 
     function addChecked() {
-        const urls = picker.checkedUrls()
+        const urls = dialog.picker.checkedUrls()
         close()
         if (urls.length > 0)
             viewModel.handleDroppedFiles(urls)
     }
 
-    AppPickerModel { id: picker }
+    readonly property AppPickerModel picker: viewModel.appPicker
 
     background: Rectangle {
         radius: 12
@@ -78,7 +78,7 @@ Popup {
                 Accessible.name: name
                 Accessible.description: folder
                 onToggled: {
-                    picker.toggle(index)
+                    dialog.picker.toggle(index)
                     checked = Qt.binding(() => choice.isChecked)
                 }
                 contentItem: Column {
@@ -120,12 +120,12 @@ Popup {
             }
             CapsuleButton {
                 objectName: "appPickerAdd"
-                text: picker.checkedCount > 1 ? "Add " + picker.checkedCount + " Apps" : "Add"
+                text: dialog.picker.checkedCount > 1 ? "Add " + dialog.picker.checkedCount + " Apps" : "Add"
                 fontSize: 13
                 padY: 6
                 textColor: Theme.textOnAccent
                 gradientFill: true
-                enabled: picker.checkedCount > 0
+                enabled: dialog.picker.checkedCount > 0
                 onClicked: dialog.addChecked()
             }
         }

@@ -9,7 +9,7 @@ Item {
     id: root
     required property MainViewModel viewModel
     // Put Back and the history; the window's own unless a test hands in one.
-    property PutBackPresenter putBack: PutBackPresenter {}
+    property PutBackPresenter putBack: viewModel.putBack
     // A drag that carries file URLs hovers over the window.
     property bool isTargeted: false
     readonly property bool showsDropOverlay: isTargeted && viewModel.sessionCount > 0

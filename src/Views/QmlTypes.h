@@ -77,6 +77,7 @@ struct AppPickerModelForeign
     Q_GADGET
     QML_FOREIGN(AppPickerModel)
     QML_NAMED_ELEMENT(AppPickerModel)
+    QML_UNCREATABLE("Owned by MainViewModel")
 };
 
 struct PutBackPresenterForeign
@@ -84,6 +85,7 @@ struct PutBackPresenterForeign
     Q_GADGET
     QML_FOREIGN(PutBackPresenter)
     QML_NAMED_ELEMENT(PutBackPresenter)
+    QML_UNCREATABLE("Owned by MainViewModel")
 };
 
 struct HistoryListModelForeign

@@ -7,40 +7,32 @@
 #include <QMap>
 
 namespace {
-std::optional<QString> folderArgument(const QStringList &arguments, qsizetype &index,
-                                      QString *error)
+Result<QString> folderArgument(const QStringList &arguments, qsizetype &index)
 {
     const QString option = arguments.at(index);
-    if (index + 1 >= arguments.size()) {
-        *error = option + QStringLiteral(" needs a folder");
-        return std::nullopt;
-    }
+    if (index + 1 >= arguments.size())
+        return Failure(option + QStringLiteral(" needs a folder"));
     const QString value = arguments.at(++index);
-    if (const auto refused = LayoutOptions::folderError(option, value)) {
-        *error = *refused;
-        return std::nullopt;
-    }
+    if (const auto refused = LayoutOptions::folderError(option, value))
+        return Failure(*refused);
     return QFileInfo(value).absoluteFilePath();
 }
 } // namespace
 
-std::optional<CliOptions> CliOptions::parse(const QStringList &arguments, QString *error)
+Result<CliOptions> CliOptions::parse(const QStringList &arguments)
 {
     CliOptions options;
-    if (arguments.size() < 2) {
-        *error = QStringLiteral("missing command (scan, uninstall, orphans, history or restore)");
-        return std::nullopt;
-    }
+    if (arguments.size() < 2)
+        return Failure(
+            QStringLiteral("missing command (scan, uninstall, orphans, history or restore)"));
     static const QMap<QString, Command> kCommands{{QStringLiteral("scan"), Command::scan},
                                                   {QStringLiteral("uninstall"), Command::uninstall},
                                                   {QStringLiteral("orphans"), Command::orphans},
                                                   {QStringLiteral("history"), Command::history},
                                                   {QStringLiteral("restore"), Command::restore}};
     const QString command = arguments.at(1);
-    if (!kCommands.contains(command)) {
-        *error = QStringLiteral("unknown command: ") + command;
-        return std::nullopt;
-    }
+    if (!kCommands.contains(command))
+        return Failure(QStringLiteral("unknown command: ") + command);
     options.command = kCommands.value(command);
     bool onlyApps = false;
     for (qsizetype i = 2; i < arguments.size(); ++i) {
@@ -58,41 +50,40 @@ std::optional<CliOptions> CliOptions::parse(const QStringList &arguments, QStrin
         } else if (argument == QLatin1String("--yes") && options.command == Command::uninstall) {
             options.yes = true;
         } else if (argument == QLatin1String("--root") || argument == QLatin1String("--home")) {
-            const auto folder = folderArgument(arguments, i, error);
+            const auto folder = folderArgument(arguments, i);
             if (!folder)
-                return std::nullopt;
+                return Failure(folder.error());
             (argument == QLatin1String("--root") ? options.root : options.home) = *folder;
         } else {
-            *error = QStringLiteral("unknown option: ") + argument;
-            return std::nullopt;
+            return Failure(QStringLiteral("unknown option: ") + argument);
         }
     }
-    return checkOperands(options, error) ? std::optional(options) : std::nullopt;
+    if (const auto wrong = checkOperands(options))
+        return Failure(*wrong);
+    return options;
 }
 
-bool CliOptions::checkOperands(CliOptions &options, QString *error)
+std::optional<QString> CliOptions::checkOperands(CliOptions &options)
 {
-    error->clear();
     switch (options.command) {
     case Command::scan:
     case Command::uninstall:
         if (options.apps.isEmpty())
-            *error = QStringLiteral("no app given");
+            return QStringLiteral("no app given");
         break;
     case Command::orphans:
     case Command::history:
         if (!options.apps.isEmpty())
-            *error = QStringLiteral("unexpected argument: ") + options.apps.first();
+            return QStringLiteral("unexpected argument: ") + options.apps.first();
         break;
     case Command::restore:
-        if (options.last != (options.apps.size() == 1) && options.apps.size() <= 1)
-            options.record = options.apps.value(0);
-        else
-            *error = QStringLiteral("restore needs --last or one record");
+        if (options.last == (options.apps.size() == 1) || options.apps.size() > 1)
+            return QStringLiteral("restore needs --last or one record");
+        options.record = options.apps.value(0);
         options.apps.clear();
         break;
     }
-    return error->isEmpty();
+    return std::nullopt;
 }
 
 QString CliOptions::usage()

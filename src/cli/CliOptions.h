@@ -1,6 +1,8 @@
 // SPDX-License-Identifier: MIT
 #pragma once
 
+#include "Core/Result.h"
+
 #include <QString>
 #include <QStringList>
 #include <optional>
@@ -20,12 +22,12 @@ struct CliOptions
     bool last = false; // restore: the newest record
     QString record;    // restore: a record file or its name
 
-    // Nothing, with a one-line message in `error`, when the arguments are wrong.
-    [[nodiscard]] static std::optional<CliOptions> parse(const QStringList &arguments,
-                                                         QString *error);
+    // A one-line message instead when the arguments are wrong.
+    [[nodiscard]] static Result<CliOptions> parse(const QStringList &arguments);
     [[nodiscard]] static QString usage();
 
 private:
     // Apps for scan and uninstall, none for orphans and history, one record for restore.
-    [[nodiscard]] static bool checkOperands(CliOptions &options, QString *error);
+    // What is wrong with them, if anything.
+    [[nodiscard]] static std::optional<QString> checkOperands(CliOptions &options);
 };

@@ -15,17 +15,18 @@
 
 #include <cstdio>
 
-CliRunner::CliRunner(const CliOptions &options) : m_options(options), m_out(stdout), m_err(stderr)
+CliRunner::CliRunner(const CliOptions &options, SystemLayout layout)
+    : m_options(options), m_layout(std::move(layout)), m_out(stdout), m_err(stderr)
 {}
 
 int CliRunner::run()
 {
     switch (m_options.command) {
     case CliOptions::Command::orphans:
-        return OrphansCommand::run(m_options.json, m_out);
+        return OrphansCommand::run(m_layout, m_options.json, m_out);
     case CliOptions::Command::history:
     case CliOptions::Command::restore:
-        return HistoryCommand(m_options, m_out, m_err).run();
+        return HistoryCommand(m_options, m_layout, m_out, m_err).run();
     case CliOptions::Command::scan:
     case CliOptions::Command::uninstall:
         break;
@@ -34,8 +35,8 @@ int CliRunner::run()
     const auto progress = ScanProgress::forTerminal();
     MainViewModel::Dependencies dependencies;
     dependencies.discovery =
-        std::make_shared<FileDiscoveryService>(nullptr, ScanProgress::callback(progress));
-    MainViewModel viewModel(std::move(dependencies));
+        std::make_shared<FileDiscoveryService>(m_layout, nullptr, ScanProgress::callback(progress));
+    MainViewModel viewModel(m_layout, std::move(dependencies));
     scan(viewModel);
     if (progress)
         progress->finish();
@@ -86,7 +87,7 @@ void CliRunner::printScan(const MainViewModel &viewModel)
         if (!first)
             m_out << '\n';
         first = false;
-        SessionReport::writeText(m_out, *session);
+        SessionReport::writeText(m_out, *session, m_layout);
     }
     if (viewModel.notice())
         m_out << (first ? "" : "\n") << "Notice: " << *viewModel.notice() << '\n';

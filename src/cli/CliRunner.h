@@ -2,6 +2,7 @@
 #pragma once
 
 #include "CliOptions.h"
+#include "Platform/SystemLayout.h"
 
 #include <QTextStream>
 
@@ -11,7 +12,7 @@ class MainViewModel;
 class CliRunner
 {
 public:
-    explicit CliRunner(const CliOptions &options);
+    CliRunner(const CliOptions &options, SystemLayout layout);
 
     // The process exit code: 0 done, 1 nothing could be read (or an item failed).
     [[nodiscard]] int run();
@@ -24,6 +25,7 @@ private:
     [[nodiscard]] int uninstall(MainViewModel &viewModel);
 
     CliOptions m_options;
+    SystemLayout m_layout;
     QTextStream m_out;
     QTextStream m_err;
 };

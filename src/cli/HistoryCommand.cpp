@@ -47,8 +47,9 @@ void print(QTextStream &out, const QJsonObject &object)
 }
 } // namespace
 
-HistoryCommand::HistoryCommand(const CliOptions &options, QTextStream &out, QTextStream &err)
-    : m_options(options), m_out(out), m_err(err)
+HistoryCommand::HistoryCommand(const CliOptions &options, const SystemLayout &layout,
+                               QTextStream &out, QTextStream &err)
+    : m_options(options), m_layout(layout), m_history(layout), m_out(out), m_err(err)
 {}
 
 int HistoryCommand::run()
@@ -98,8 +99,8 @@ QJsonObject HistoryCommand::restoreJson(const UninstallRecord &record,
 int HistoryCommand::history()
 {
     QList<UninstallRecord> records;
-    for (const QString &name : HistoryStore::names()) {
-        if (auto record = HistoryStore::load(name))
+    for (const QString &name : m_history.names()) {
+        if (auto record = m_history.load(name))
             records.append(std::move(*record));
     }
     if (m_options.json) {
@@ -132,7 +133,7 @@ int HistoryCommand::history()
 int HistoryCommand::restore()
 {
     const auto record =
-        m_options.last ? HistoryStore::latest() : HistoryStore::load(m_options.record);
+        m_options.last ? m_history.latest() : m_history.load(m_options.record);
     if (!record) {
         m_err << "quenzo-cli: "
               << (m_options.last ? QStringLiteral("no uninstall recorded yet")
@@ -140,7 +141,7 @@ int HistoryCommand::restore()
               << '\n';
         return 2;
     }
-    const RestoreRun::Report report = RestoreRun().run(*record);
+    const RestoreRun::Report report = RestoreRun(m_layout).run(*record);
     if (m_options.json)
         print(m_out, restoreJson(*record, report));
     else

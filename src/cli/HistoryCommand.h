@@ -2,6 +2,7 @@
 #pragma once
 
 #include "CliOptions.h"
+#include "Removal/HistoryStore.h"
 #include "Removal/RestoreRun.h"
 #include "Removal/UninstallRecord.h"
 
@@ -12,7 +13,8 @@
 class HistoryCommand
 {
 public:
-    HistoryCommand(const CliOptions &options, QTextStream &out, QTextStream &err);
+    HistoryCommand(const CliOptions &options, const SystemLayout &layout, QTextStream &out,
+                   QTextStream &err);
 
     // history: 0. restore: 0 when every moved item is back, 1 otherwise, 2 no such record.
     [[nodiscard]] int run();
@@ -27,6 +29,8 @@ private:
     void writeReport(const RestoreRun::Report &report);
 
     CliOptions m_options;
+    SystemLayout m_layout;
+    HistoryStore m_history;
     QTextStream &m_out;
     QTextStream &m_err;
 };

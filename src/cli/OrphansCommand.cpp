@@ -10,9 +10,9 @@
 
 namespace OrphansCommand {
 
-int run(bool asJson, QTextStream &out)
+int run(const SystemLayout &layout, bool asJson, QTextStream &out)
 {
-    const QList<OrphanGroup> groups = OrphanFinder().find();
+    const QList<OrphanGroup> groups = OrphanFinder(layout).find();
     if (asJson)
         out << QJsonDocument(json(groups)).toJson(QJsonDocument::Indented);
     else

@@ -71,7 +71,7 @@ QJsonObject controllerJson(const MainViewModel &viewModel)
                        {QStringLiteral("sessions"), sessions}};
 }
 
-void writeText(QTextStream &out, const UninstallSession &session)
+void writeText(QTextStream &out, const UninstallSession &session, const SystemLayout &layout)
 {
     const AppInfo &app = session.appInfo();
     out << app.displayName();
@@ -80,7 +80,7 @@ void writeText(QTextStream &out, const UninstallSession &session)
     out << " (" << app.bundleIdentifier << ")";
     if (app.isSystemProtected)
         out << " - Part of macOS, can't be uninstalled. It will be skipped.";
-    out << '\n' << "  " << SystemLayout::displayPath(app.bundlePath) << '\n';
+    out << '\n' << "  " << layout.displayPath(app.bundlePath) << '\n';
     const auto groups = session.filesByCategory();
     for (const FileCategory category : allFileCategories()) {
         const auto it = groups.constFind(category);

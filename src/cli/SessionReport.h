@@ -7,6 +7,7 @@
 #include <QTextStream>
 
 class MainViewModel;
+class SystemLayout;
 class UninstallSession;
 struct FileItem;
 
@@ -19,6 +20,6 @@ namespace SessionReport {
 [[nodiscard]] QJsonObject controllerJson(const MainViewModel &viewModel);
 
 // The session's record, then its items grouped by category with sizes and badges, then totals.
-void writeText(QTextStream &out, const UninstallSession &session);
+void writeText(QTextStream &out, const UninstallSession &session, const SystemLayout &layout);
 
 } // namespace SessionReport

@@ -17,14 +17,12 @@ int main(int argc, char *argv[])
         QTextStream(stdout) << CliOptions::usage();
         return 0;
     }
-    QString error;
-    const auto options = CliOptions::parse(QCoreApplication::arguments(), &error);
+    const auto options = CliOptions::parse(QCoreApplication::arguments());
     if (!options) {
-        QTextStream(stderr) << "quenzo-cli: " << error << " (see quenzo-cli --help)\n";
+        QTextStream(stderr) << "quenzo-cli: " << options.error() << " (see quenzo-cli --help)\n";
         return 2;
     }
     if (options->verbose)
         LogCategories::enableVerbose();
-    LayoutOptions::apply(options->root, options->home);
-    return CliRunner(*options).run();
+    return CliRunner(*options, LayoutOptions::layout(options->root, options->home)).run();
 }

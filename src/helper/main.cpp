@@ -105,12 +105,9 @@ int main(int argc, char *argv[])
     const auto commands = bytes ? HelperBatch::parseCommands(*bytes) : std::nullopt;
     if (!commands)
         return refuse("the batch is malformed");
-    SystemLayout::set(QFile::decodeName(root), QFile::decodeName(home));
     const ToolRunner tools;
-    const PrivilegedHelper helper(PrivilegedHelper::Context{QFile::encodeName(SystemLayout::root()),
-                                                            QFile::encodeName(SystemLayout::home()),
-                                                            *owner},
-                                  tools);
+    const PrivilegedHelper helper(SystemLayout(QFile::decodeName(root), QFile::decodeName(home)),
+                                  *owner, tools);
     const QByteArray results = HelperBatch::encode(helper.run(*commands));
     std::fwrite(results.constData(), 1, size_t(results.size()), stdout);
     return std::fflush(stdout) == 0 ? 0 : 1;

@@ -1,14 +1,9 @@
 // SPDX-License-Identifier: MIT
 #include "DiscoveryScene.h"
 
-#include "Platform/SystemLayout.h"
-
 #include <QFileInfo>
 
-DiscoveryScene::DiscoveryScene() : m_mac(m_dir.path())
-{
-    m_mac.activate();
-}
+DiscoveryScene::DiscoveryScene() : m_mac(m_dir.path()) {}
 
 AppInfo DiscoveryScene::addApp(const QString &macPath, const QString &identifier,
                                const QStringList &appGroups, const QVariantMap &info)

@@ -1,7 +1,6 @@
 // SPDX-License-Identifier: MIT
 #pragma once
 
-#include "Platform/SystemLayout.h"
 #include "fakemac/FakeMac.h"
 
 #include <QTemporaryDir>
@@ -14,12 +13,11 @@ struct TemporaryFolder
 };
 } // namespace detail
 
-// A fake Mac in a fresh temporary folder, made the one the program sees for as long as it lives.
+// A fake Mac in a fresh temporary folder; layout() is how the program sees it.
 class TemporaryFakeMac : private detail::TemporaryFolder, public FakeMac
 {
 public:
-    TemporaryFakeMac() : FakeMac(folder.path()) { activate(); }
-    ~TemporaryFakeMac() { SystemLayout::reset(); }
+    TemporaryFakeMac() : FakeMac(folder.path()) {}
     TemporaryFakeMac(const TemporaryFakeMac &) = delete;
     TemporaryFakeMac &operator=(const TemporaryFakeMac &) = delete;
 

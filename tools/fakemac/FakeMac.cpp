@@ -91,9 +91,9 @@ QStringList FakeMac::entries() const
     return result;
 }
 
-void FakeMac::activate() const
+SystemLayout FakeMac::layout() const
 {
-    SystemLayout::set(m_root, m_home);
+    return SystemLayout(m_root, m_home);
 }
 
 QString FakeMac::addApp(const App &app)
@@ -209,16 +209,14 @@ QString FakeMac::addTool(const QString &macPath, const QByteArray &script)
     return real;
 }
 
-bool FakeMac::apply(const QJsonObject &description, QString *error)
+std::optional<QString> FakeMac::apply(const QJsonObject &description)
 {
     for (const QJsonValue &value : description.value(QStringLiteral("apps")).toArray()) {
         const QJsonObject entry = value.toObject();
         App app;
         app.path = entry.value(QStringLiteral("path")).toString();
-        if (!app.path.startsWith(QLatin1Char('/'))) {
-            *error = QStringLiteral("an app needs an absolute \"path\"");
-            return false;
-        }
+        if (!app.path.startsWith(QLatin1Char('/')))
+            return QStringLiteral("an app needs an absolute \"path\"");
         app.identifier = entry.value(QStringLiteral("identifier")).toString();
         app.version = entry.value(QStringLiteral("version")).toVariant();
         app.executable = entry.value(QStringLiteral("executable")).toString();
@@ -233,10 +231,8 @@ bool FakeMac::apply(const QJsonObject &description, QString *error)
     for (const QJsonValue &value : description.value(QStringLiteral("files")).toArray()) {
         const QJsonObject entry = value.toObject();
         const QString macPath = entry.value(QStringLiteral("path")).toString();
-        if (macPath.isEmpty()) {
-            *error = QStringLiteral("a file needs a \"path\"");
-            return false;
-        }
+        if (macPath.isEmpty())
+            return QStringLiteral("a file needs a \"path\"");
         if (entry.contains(QStringLiteral("link")))
             addSymlink(macPath, entry.value(QStringLiteral("link")).toString());
         else if (entry.value(QStringLiteral("folder")).toBool())
@@ -253,8 +249,5 @@ bool FakeMac::apply(const QJsonObject &description, QString *error)
         description.value(QStringLiteral("darwinUserDirectories")).toArray();
     if (userDirs.size() == 2)
         setDarwinUserDirectories(userDirs.at(0).toString(), userDirs.at(1).toString());
-    if (!FakeMacTools::applyPackages(*this, description.value(QStringLiteral("packages")).toArray(),
-                                     error))
-        return false;
-    return true;
+    return FakeMacTools::applyPackages(*this, description.value(QStringLiteral("packages")).toArray());
 }

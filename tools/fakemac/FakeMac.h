@@ -1,6 +1,8 @@
 // SPDX-License-Identifier: MIT
 #pragma once
 
+#include "Platform/SystemLayout.h"
+
 #include <QByteArray>
 #include <QJsonObject>
 #include <QString>
@@ -43,8 +45,9 @@ public:
     [[nodiscard]] QString trash(const QString &name) const;
     // Everything below the root but the fake Mac's own records, relative and sorted.
     [[nodiscard]] QStringList entries() const;
-    // Makes this fake Mac the one the program sees (SystemLayout).
-    void activate() const;
+    // The layout through which the program sees this fake Mac; its per-user folders are read
+    // now, so take it after setDarwinUserDirectories.
+    [[nodiscard]] SystemLayout layout() const;
 
     // Each returns the real path written.
     QString addApp(const App &app);
@@ -65,9 +68,9 @@ public:
     // Shell code that appends the script's own call ($0 as a Mac path, then "$@") to calls.log.
     [[nodiscard]] static QByteArray callRecorder();
 
-    // Lays out everything a JSON description names (see docs/fake-mac.md). False, with a
-    // message, when the description is malformed.
-    bool apply(const QJsonObject &description, QString *error);
+    // Lays out everything a JSON description names (see docs/fake-mac.md); what is malformed
+    // in it, if anything.
+    [[nodiscard]] std::optional<QString> apply(const QJsonObject &description);
 
 private:
     QString m_root;

@@ -90,22 +90,20 @@ void addPackage(FakeMac &mac, const Package &package)
                    package.id + QLatin1Char('\t') + file);
 }
 
-bool applyPackages(FakeMac &mac, const QJsonArray &packages, QString *error)
+std::optional<QString> applyPackages(FakeMac &mac, const QJsonArray &packages)
 {
     for (const QJsonValue &value : packages) {
         const QJsonObject entry = value.toObject();
         Package package;
         package.id = entry.value(QStringLiteral("id")).toString();
-        if (package.id.isEmpty()) {
-            *error = QStringLiteral("a package needs an \"id\"");
-            return false;
-        }
+        if (package.id.isEmpty())
+            return QStringLiteral("a package needs an \"id\"");
         package.files = entry.value(QStringLiteral("files")).toVariant().toStringList();
         package.hasBillOfMaterials = entry.value(QStringLiteral("bom")).toBool(true);
         package.bomSize = entry.value(QStringLiteral("bomSize")).toInteger(package.bomSize);
         addPackage(mac, package);
     }
-    return true;
+    return std::nullopt;
 }
 
 void indexApp(FakeMac &mac, const QString &identifier, const QString &macPath)

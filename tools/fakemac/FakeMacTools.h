@@ -4,6 +4,7 @@
 #include <QJsonArray>
 #include <QString>
 #include <QStringList>
+#include <optional>
 
 class FakeMac;
 
@@ -29,8 +30,9 @@ void installMdfind(FakeMac &mac);
 
 // Lays out the receipt (and its bill of materials) and records the package's files.
 void addPackage(FakeMac &mac, const Package &package);
-// The "packages" of a JSON description: [{"id", "files": [...], "bom": true, "bomSize"}].
-bool applyPackages(FakeMac &mac, const QJsonArray &packages, QString *error);
+// The "packages" of a JSON description: [{"id", "files": [...], "bom": true, "bomSize"}]; what
+// is wrong with them, if anything.
+[[nodiscard]] std::optional<QString> applyPackages(FakeMac &mac, const QJsonArray &packages);
 // Makes an app known to the metadata index.
 void indexApp(FakeMac &mac, const QString &identifier, const QString &macPath);
 

@@ -34,9 +34,8 @@ int main(int argc, char *argv[])
     // Without a "user", the home is the one quenzo and quenzo-cli assume for --root alone.
     const QString loginUser = QFileInfo(SystemLayout::defaultHome(arguments.at(2))).fileName();
     FakeMac mac(arguments.at(2), description.value(QStringLiteral("user")).toString(loginUser));
-    QString error;
-    if (!mac.apply(description, &error)) {
-        err << "quenzo-fakemac: " << error << '\n';
+    if (const auto wrong = mac.apply(description)) {
+        err << "quenzo-fakemac: " << *wrong << '\n';
         return 2;
     }
     // launchctl, defaults and lsregister, so an uninstall runs against this Mac too.

@@ -11,8 +11,7 @@
 class FileManagerTrash : public TrashMover
 {
 public:
-    bool moveToTrash(const QString &path, QString *error,
-                     QString *trashPath = nullptr) const override;
+    [[nodiscard]] Result<QString> moveToTrash(const QString &path) const override;
 
     // The first Trash folder NSFileManager names for the user; nothing when it names none.
     [[nodiscard]] static std::optional<QString> trashDirectory();

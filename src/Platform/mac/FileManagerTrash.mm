@@ -7,7 +7,7 @@
 #error "FileManagerTrash.mm is built with ARC (-fobjc-arc)"
 #endif
 
-bool FileManagerTrash::moveToTrash(const QString &path, QString *error, QString *trashPath) const
+Result<QString> FileManagerTrash::moveToTrash(const QString &path) const
 {
     @autoreleasepool {
         NSURL *url = [NSURL fileURLWithPath:path.toNSString()];
@@ -15,14 +15,11 @@ bool FileManagerTrash::moveToTrash(const QString &path, QString *error, QString 
         NSURL *result = nil;
         if ([NSFileManager.defaultManager trashItemAtURL:url
                                         resultingItemURL:&result
-                                                   error:&failure]) {
-            if (trashPath && result != nil)
-                *trashPath = QString::fromNSString(result.path);
-            return true;
-        }
-        *error = failure != nil ? QString::fromNSString(failure.localizedDescription)
-                                : QStringLiteral("The item could not be moved to the Trash.");
-        return false;
+                                                   error:&failure])
+            return result != nil ? QString::fromNSString(result.path) : QString();
+        return Failure(failure != nil
+                           ? QString::fromNSString(failure.localizedDescription)
+                           : QStringLiteral("The item could not be moved to the Trash."));
     }
 }
 
