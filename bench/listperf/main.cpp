@@ -17,7 +17,9 @@ constexpr int kItems = 10000;
 class ManyItems : public FileDiscoveryService
 {
 public:
-    explicit ManyItems(QString folder) : m_folder(std::move(folder)) {}
+    ManyItems(const SystemLayout &layout, QString folder)
+        : FileDiscoveryService(layout), m_folder(std::move(folder))
+    {}
     QList<FileItem> discoverFiles(const AppInfo &) const override
     {
         QList<FileItem> items;
@@ -48,7 +50,7 @@ int main(int argc, char *argv[])
     const QString path = mac.addApp(bundle);
 
     MainViewModel::Dependencies dependencies;
-    dependencies.discovery = std::make_shared<ManyItems>(mac.path(QStringLiteral("~/Library")));
+    dependencies.discovery = std::make_shared<ManyItems>(mac.layout(), mac.path(QStringLiteral("~/Library")));
     dependencies.fullDiskAccessProbe = [] { return true; };
     MainViewModel viewModel(mac.layout(), std::move(dependencies));
     ResultsPresenter presenter;

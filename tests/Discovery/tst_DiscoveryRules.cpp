@@ -146,7 +146,7 @@ void tst_DiscoveryRules::check()
     }
     DiscoveryScene mac;
     const AppInfo app = layOut(mac, given);
-    QCOMPARE(rows(mac, FileDiscoveryService().discoverFiles(app), shown), shown);
+    QCOMPARE(rows(mac, FileDiscoveryService(mac.layout()).discoverFiles(app), shown), shown);
 }
 
 void tst_DiscoveryRules::locationsAndWhatItemsCarry_data()

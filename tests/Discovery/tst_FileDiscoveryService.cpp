@@ -22,7 +22,7 @@ class tst_FileDiscoveryService : public QObject
     std::unique_ptr<DiscoveryScene> m_scene;
     AppInfo m_writer;
 
-    QList<FileItem> discover() const { return FileDiscoveryService().discoverFiles(m_writer); }
+    QList<FileItem> discover() const { return FileDiscoveryService(m_scene->layout()).discoverFiles(m_writer); }
 
 private slots:
     // The fake Macs are read as "nobody" below: folders must be open to others.
@@ -143,7 +143,7 @@ void tst_FileDiscoveryService::parallelDiscoveriesAgree()
         m_scene->mac().addFile(u"~/Library/Caches/com.vendor%1.app%1/x"_s.arg(i), 10 * i);
         m_scene->mac().addFile(u"~/Library/Application Support/%1/y"_s.arg(name), i);
     }
-    const FileDiscoveryService service;
+    const FileDiscoveryService service(m_scene->layout());
     const QList<QList<FileItem>> parallel = QtConcurrent::blockingMapped(
         apps, [&service](const AppInfo &app) { return service.discoverFiles(app); });
     for (qsizetype i = 0; i < apps.size(); ++i) {
@@ -155,9 +155,9 @@ void tst_FileDiscoveryService::parallelDiscoveriesAgree()
 
 void tst_FileDiscoveryService::fullDiskAccessProbe()
 {
-    QVERIFY(!FileDiscoveryService::hasFullDiskAccess());
+    QVERIFY(!FileDiscoveryService::hasFullDiskAccess(m_scene->layout()));
     m_scene->mac().addFile(u"/Library/Application Support/com.apple.TCC/TCC.db"_s, 10);
-    QVERIFY(FileDiscoveryService::hasFullDiskAccess());
+    QVERIFY(FileDiscoveryService::hasFullDiskAccess(m_scene->layout()));
 }
 
 QTEST_GUILESS_MAIN(tst_FileDiscoveryService)

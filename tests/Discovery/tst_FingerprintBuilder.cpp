@@ -47,7 +47,7 @@ void tst_FingerprintBuilder::vendorAndShortName()
     QFETCH(QString, shortName);
     DiscoveryScene scene;
     const AppInfo app = scene.addApp(u"/Applications/Some.app"_s, identifier);
-    const Fingerprint fp = FingerprintBuilder(ToolRunner()).build(app);
+    const Fingerprint fp = FingerprintBuilder(scene.layout(), ToolRunner()).build(app);
     QCOMPARE(fp.mainBundleID, identifier.toLower());
     QCOMPARE(fp.vendor, vendor);
     QCOMPARE(fp.vendorPrefix, vendorPrefix);
@@ -77,7 +77,7 @@ void tst_FingerprintBuilder::names()
     QFETCH(QStringList, crashReportNames);
     DiscoveryScene scene;
     const Fingerprint fp =
-        FingerprintBuilder(ToolRunner())
+        FingerprintBuilder(scene.layout(), ToolRunner())
             .build(scene.addApp(u"/Applications/"_s + bundle, u"com.acme.thing"_s, {}, info));
     const auto sorted = [](const QSet<QString> &set) {
         QStringList list(set.cbegin(), set.cend());
@@ -101,7 +101,7 @@ void tst_FingerprintBuilder::embeddedBundlesOfTheSameVendorOnly()
     scene.addApp(contents + u"Frameworks/Kit.framework"_s, u"com.acme.kit"_s);
     scene.mac().addFile(contents + u"Library/LaunchServices/com.acme.writer.helperd"_s, 1);
     scene.mac().addFile(contents + u"Library/LaunchServices/org.other.helperd"_s, 1);
-    const Fingerprint fp = FingerprintBuilder(ToolRunner()).build(writer);
+    const Fingerprint fp = FingerprintBuilder(scene.layout(), ToolRunner()).build(writer);
     QCOMPARE(fp.bundleIDs, (QSet<QString>{u"com.acme.writer"_s, u"com.acme.writer.launcher"_s,
                                           u"com.acme.share"_s, u"com.acme.writer.helperd"_s}));
     QCOMPARE(fp.groupIDs, QSet<QString>{u"group.com.acme.launcher"_s});
@@ -113,7 +113,7 @@ void tst_FingerprintBuilder::embeddedBundlesOfTheSameVendorOnly()
     const AppInfo tool = scene.addApp(u"/Applications/Tool.app"_s, u"com.ab.tool"_s);
     for (const QString &id : {u"com.ab.tool.helper"_s, u"com.ab.toolkit"_s})
         scene.addApp(u"/Applications/Tool.app/Contents/PlugIns/%1.appex"_s.arg(id), id);
-    QCOMPARE(FingerprintBuilder(ToolRunner()).build(tool).bundleIDs,
+    QCOMPARE(FingerprintBuilder(scene.layout(), ToolRunner()).build(tool).bundleIDs,
              (QSet<QString>{u"com.ab.tool"_s, u"com.ab.tool.helper"_s}));
 }
 
@@ -129,7 +129,7 @@ void tst_FingerprintBuilder::siblingsAndGroupSharers()
     scene.addApp(u"~/.Trash/Acme Old.app"_s, u"com.acme.old"_s);
     scene.addApp(u"/Applications/Copy of Writer.app"_s, u"com.acme.WRITER"_s);
     scene.addApp(u"/Applications/Firefox.app"_s, u"org.mozilla.firefox"_s);
-    const Fingerprint fp = FingerprintBuilder(ToolRunner()).build(writer);
+    const Fingerprint fp = FingerprintBuilder(scene.layout(), ToolRunner()).build(writer);
     // "Too Deep" is five levels down, yet the metadata index knows it.
     QCOMPARE(fp.otherVendorAppNames,
              (QStringList{u"Acme Notes"_s, u"Acme Sheets"_s, u"Too Deep"_s}));

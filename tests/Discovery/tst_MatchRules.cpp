@@ -1,5 +1,6 @@
 // SPDX-License-Identifier: MIT
 #include "Discovery/MatchRules.h"
+#include "Platform/SystemLayout.h"
 
 #include <QTest>
 
@@ -204,7 +205,7 @@ void tst_MatchRules::launchItem()
     QFETCH(QString, name);
     QFETCH(QVariantMap, plist);
     QFETCH(bool, matches);
-    QCOMPARE(MatchRules::matchLaunchItem(name, plist, writer()).has_value(), matches);
+    QCOMPARE(MatchRules::matchLaunchItem(name, plist, writer(), SystemLayout(u"/"_s)).has_value(), matches);
 }
 
 void tst_MatchRules::verdictAndNotes_data()

@@ -79,7 +79,7 @@ private slots:
                          .constData(),
                      0600),
             0);
-        m_groups = OrphanFinder().find();
+        m_groups = OrphanFinder(m_mac->layout()).find();
     }
 
     // Expected: "[x] group" selected, "[ ] group" listed unselected, "" not listed at all.

@@ -1,8 +1,7 @@
 // SPDX-License-Identifier: MIT
-// The texts the records give the views: app names, item paths and category names.
+// The texts the records give the views: app names and category names.
 #include "Models/AppInfo.h"
 #include "Models/FileItem.h"
-#include "Platform/SystemLayout.h"
 
 #include <QTest>
 
@@ -13,8 +12,6 @@ class TestModelRecords : public QObject
     Q_OBJECT
 
 private slots:
-    void cleanup() { SystemLayout::reset(); }
-
     void appDisplayNameRemovesEveryAppSuffix_data()
     {
         QTest::addColumn<QString>("name");
@@ -31,26 +28,6 @@ private slots:
         AppInfo app;
         app.name = name;
         QCOMPARE(app.displayName(), expected);
-    }
-
-    void itemDisplayPath_data()
-    {
-        QTest::addColumn<QString>("path");
-        QTest::addColumn<QString>("shown");
-        QTest::newRow("home as tilde")
-            << u"/Users/alice/Library/Caches/x"_s << u"~/Library/Caches/x"_s;
-        QTest::newRow("another home with the same start")
-            << u"/Users/alice2/Library/x"_s << u"/Users/alice2/Library/x"_s;
-        QTest::newRow("outside the home") << u"/Library/Caches/x"_s << u"/Library/Caches/x"_s;
-    }
-    void itemDisplayPath()
-    {
-        QFETCH(QString, path);
-        QFETCH(QString, shown);
-        SystemLayout::set(u"/"_s, u"/Users/alice"_s);
-        FileItem item;
-        item.path = path;
-        QCOMPARE(item.displayPath(), shown);
     }
 
     void categoryFromDisplayNameOnlyTakesDisplayNames()

@@ -171,14 +171,13 @@ private slots:
             QVERIFY(QDir(m_mac->home() + u"/.Trash"_s).removeRecursively());
         const QString path = m_mac->path(item);
         const QByteArray content = TreeFingerprint::of(path);
-        QString error;
-        QString trashPath;
-        QCOMPARE(RenamingTrashMover().moveToTrash(path, &error, &trashPath), !landed.isEmpty());
-        QCOMPARE(error.isEmpty(), !landed.isEmpty());
+        const Result<QString> trashPath = RenamingTrashMover(m_mac->layout()).moveToTrash(path);
+        QCOMPARE(trashPath.hasValue(), !landed.isEmpty());
+        QCOMPARE(trashPath.error().isEmpty(), !landed.isEmpty());
         if (landed.isEmpty())
             return;
-        QCOMPARE(trashPath, m_mac->trash(landed));
-        QCOMPARE(TreeFingerprint::of(trashPath), content);
+        QCOMPARE(*trashPath, m_mac->trash(landed));
+        QCOMPARE(TreeFingerprint::of(*trashPath), content);
         QVERIFY(!QFileInfo::exists(path) && !QFileInfo(path).isSymLink());
         QVERIFY(QFileInfo(m_mac->path(u"/Users/Shared/target"_s)).isFile());
         QVERIFY(trashMissing || QFileInfo::exists(m_mac->trash(u"Example.app/old"_s)));

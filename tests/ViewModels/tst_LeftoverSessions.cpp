@@ -93,7 +93,6 @@ private slots:
     {
         TemporaryFakeMac mac;
         QVERIFY(mac.isValid());
-        mac.activate();
         FakeMacRemovalTools::install(mac);
         const QString cache = mac.addTextFile(u"~/Library/Caches/com.gone.tracer/c"_s, "x");
         const auto applications = std::make_shared<StillRunning>();
@@ -104,10 +103,11 @@ private slots:
                          {leftover(QFileInfo(cache).path(), FileCategory::caches, true)}}});
         UninstallService::Dependencies dependencies;
         dependencies.authorization = std::make_shared<const AuthorizationService>(
-            std::make_shared<FakePrivilegedShell>(), FakePrivilegedShell::helper());
+            mac.layout(), std::make_shared<FakePrivilegedShell>(), FakePrivilegedShell::helper());
         dependencies.process = std::make_shared<const ProcessService>(
+            mac.layout(),
             ProcessService::Dependencies{applications, {}, [](std::chrono::milliseconds) {}});
-        UninstallService service(dependencies);
+        UninstallService service(mac.layout(), dependencies);
         const auto session = SessionRun::readySession(entries.first().app, entries.first().items);
         QVERIFY(SessionRun::toCompletion(service, {session}));
 

@@ -23,6 +23,7 @@ const QString kOwnIdentifier = u"app.quenzo.Quenzo"_s;
 class FixedDiscovery : public FileDiscoveryService
 {
 public:
+    using FileDiscoveryService::FileDiscoveryService;
     QList<FileItem> discoverFiles(const AppInfo &app) const override
     {
         QList<FileItem> items = FileDiscoveryService::discoverFiles(app);
@@ -41,6 +42,7 @@ public:
 class HeldUninstall : public UninstallService
 {
 public:
+    using UninstallService::UninstallService;
     QFuture<void> uninstall(const QList<QSharedPointer<UninstallSession>> &sessions) override
     {
         batches.append(sessions);
@@ -67,13 +69,13 @@ private:
 
     std::unique_ptr<MainViewModel> makeViewModel()
     {
-        m_uninstall = std::make_shared<HeldUninstall>();
+        m_uninstall = std::make_shared<HeldUninstall>(m_mac->layout());
         MainViewModel::Dependencies dependencies;
-        dependencies.discovery = std::make_shared<FixedDiscovery>();
+        dependencies.discovery = std::make_shared<FixedDiscovery>(m_mac->layout());
         dependencies.uninstall = m_uninstall;
         dependencies.ownBundleIdentifier = [] { return kOwnIdentifier; };
         dependencies.fullDiskAccessProbe = [] { return false; };
-        auto viewModel = std::make_unique<MainViewModel>(dependencies);
+        auto viewModel = std::make_unique<MainViewModel>(m_mac->layout(), dependencies);
         new QAbstractItemModelTester(viewModel->sessionModel(),
                                      QAbstractItemModelTester::FailureReportingMode::QtTest,
                                      viewModel.get());

@@ -160,7 +160,7 @@ private slots:
             stored[0].items[0].state = State::restored;
             return report({Outcome::restored});
         };
-        PutBackPresenter presenter(dependencies);
+        PutBackPresenter presenter(SystemLayout(u"/"_s), dependencies);
         presenter.loadHistory();
         QTRY_COMPARE(presenter.state(), PutBackPresenter::State::Idle);
         using Role = HistoryListModel::Role;

@@ -1,4 +1,5 @@
 // SPDX-License-Identifier: MIT
+#include "Discovery/DiscoveryResults.h"
 #include "ViewModels/ResultsListModel.h"
 #include "fakemac/FakeMac.h"
 
@@ -20,11 +21,12 @@ private:
 
     FileItem item(FileCategory category, const QString &macPath = u"~/x"_s, qint64 size = 0)
     {
-        FileItem file;
-        file.category = category;
-        file.path = m_mac->path(macPath);
-        file.size = size;
-        return file;
+        QList<FileItem> found(1);
+        found[0].category = category;
+        found[0].path = m_mac->path(macPath);
+        found[0].size = size;
+        DiscoveryResults::describePlaces(found, m_mac->layout()); // as discovery leaves it
+        return found[0];
     }
     static QVariant at(const ResultsListModel &model, int row, Role role)
     {
@@ -42,7 +44,6 @@ private slots:
     void initTestCase()
     {
         m_mac = std::make_unique<FakeMac>(m_dir.path());
-        m_mac->activate();
     }
 
     // One app: its files under category headers in declaration order, each row saying in words
@@ -89,6 +90,7 @@ private slots:
     {
         AppInfo system, writer;
         system.bundlePath = m_mac->path(QStringLiteral("/System/Applications/Chess.app"));
+        system.isSystemProtected = true;
         writer.name = u"Writer.app"_s;
         UninstallSession scanning(AppInfo{}), ready(writer), protectedApp(system);
         ready.setDiscoveredFiles({item(FileCategory::logs), item(FileCategory::caches)});
@@ -139,7 +141,7 @@ private slots:
         QFETCH(QString, badge);
         FileItem file = item(FileCategory::other, macPath);
         QFETCH(bool, isProtected);
-        file.isProtected = isProtected;
+        file.isProtected = file.isProtected || isProtected;
         if (!note.isEmpty())
             file.note = note;
         QFETCH(double, confidence);

@@ -16,6 +16,7 @@ public:
     DiscoveryScene();
 
     FakeMac &mac() { return m_mac; }
+    [[nodiscard]] SystemLayout layout() const { return m_mac.layout(); }
     // Adds the app (executable named after the bundle) and returns its record.
     AppInfo addApp(const QString &macPath, const QString &identifier,
                    const QStringList &appGroups = {}, const QVariantMap &info = {});

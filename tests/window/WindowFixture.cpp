@@ -59,7 +59,9 @@ struct FixtureGates
 class HeldDiscovery : public FileDiscoveryService
 {
 public:
-    explicit HeldDiscovery(std::shared_ptr<FixtureGates> gates) : m_gates(std::move(gates)) {}
+    HeldDiscovery(const SystemLayout &layout, std::shared_ptr<FixtureGates> gates)
+        : FileDiscoveryService(layout), m_gates(std::move(gates))
+    {}
 
     QList<FileItem> discoverFiles(const AppInfo &app) const override
     {
@@ -149,16 +151,23 @@ QByteArray iconFile(const QColor &color)
 
 WindowFixture::WindowFixture(QObject *parent)
     : QObject(parent), m_mac(std::make_unique<FakeMac>(m_dir.path())),
-      m_gates(std::make_shared<FixtureGates>()),
-      m_discovery(std::make_shared<HeldDiscovery>(m_gates))
+      m_gates(std::make_shared<FixtureGates>())
 {
-    m_mac->activate();
     FakeMacRemovalTools::install(*m_mac);
+}
+
+void WindowFixture::makeServices()
+{
+    if (m_uninstall)
+        return;
+    // Taken once the Mac is laid out: the layout reads its per-user folders when it is made.
+    const SystemLayout layout = m_mac->layout();
+    m_discovery = std::make_shared<HeldDiscovery>(layout, m_gates);
     m_authorization = std::make_shared<const AuthorizationService>(
-        std::make_shared<PromptlessShell>(m_gates), FakePrivilegedShell::helper());
+        layout, std::make_shared<PromptlessShell>(m_gates), FakePrivilegedShell::helper());
     UninstallService::Dependencies dependencies;
     dependencies.authorization = m_authorization;
-    m_uninstall = std::make_shared<TrackedUninstall>(dependencies);
+    m_uninstall = std::make_shared<TrackedUninstall>(layout, dependencies);
 }
 
 WindowFixture::~WindowFixture()
@@ -168,7 +177,7 @@ WindowFixture::~WindowFixture()
         m_gates->holdPrivilegedStep = false;
     });
     // The task moves items on the GUI thread, so the events must keep flowing until it ends.
-    while (m_uninstall->isRunning())
+    while (uninstallRunning())
         QCoreApplication::processEvents(QEventLoop::AllEvents, 20);
     QThreadPool::globalInstance()->waitForDone();
 }
@@ -195,17 +204,16 @@ void WindowFixture::setHoldPrivilegedStep(bool hold)
     m_gates->update([this, hold] { m_gates->holdPrivilegedStep = hold; });
 }
 
-bool WindowFixture::applyDescription(const QString &file, QString *error)
+std::optional<QString> WindowFixture::applyDescription(const QString &file)
 {
     QFile input(file);
-    if (!input.open(QIODevice::ReadOnly)) {
-        *error = QStringLiteral("cannot read ") + file;
-        return false;
-    }
+    if (!input.open(QIODevice::ReadOnly))
+        return QStringLiteral("cannot read ") + file;
     QJsonParseError parseError;
     const QJsonDocument document = QJsonDocument::fromJson(input.readAll(), &parseError);
-    *error = file + QStringLiteral(": ") + parseError.errorString();
-    return document.isObject() && m_mac->apply(document.object(), error);
+    if (!document.isObject())
+        return file + QStringLiteral(": ") + parseError.errorString();
+    return m_mac->apply(document.object());
 }
 
 QUrl WindowFixture::addApp(const QString &macPath, const QString &identifier,
@@ -256,6 +264,7 @@ QObject *WindowFixture::session(int row)
 MainViewModel *WindowFixture::viewModel()
 {
     if (!m_viewModel) {
+        makeServices();
         MainViewModel::Dependencies dependencies;
         dependencies.discovery = m_discovery;
         dependencies.uninstall = m_uninstall;
@@ -264,7 +273,7 @@ MainViewModel *WindowFixture::viewModel()
         dependencies.openUrl = [this](const QUrl &url) { m_openedUrls.append(url.toString()); };
         dependencies.copyText = [this](const QString &text) { m_copiedTexts.append(text); };
         dependencies.shapeIcon = IconShape::rounded;
-        m_viewModel = new MainViewModel(std::move(dependencies), this);
+        m_viewModel = new MainViewModel(m_mac->layout(), std::move(dependencies), this);
     }
     return m_viewModel;
 }
@@ -272,13 +281,15 @@ MainViewModel *WindowFixture::viewModel()
 PutBackPresenter *WindowFixture::putBackPresenter()
 {
     if (!m_putBack) {
+        makeServices();
         PutBackPresenter::Dependencies dependencies;
-        dependencies.restore = [authorization = m_authorization](const UninstallRecord &record) {
+        dependencies.restore = [layout = m_mac->layout(),
+                                authorization = m_authorization](const UninstallRecord &record) {
             RestoreRun::Dependencies rights;
             rights.admin = RestoreMover::adminRights(authorization);
-            return RestoreRun(rights).run(record);
+            return RestoreRun(layout, rights).run(record);
         };
-        m_putBack = new PutBackPresenter(std::move(dependencies), this);
+        m_putBack = new PutBackPresenter(m_mac->layout(), std::move(dependencies), this);
     }
     return m_putBack;
 }
@@ -295,7 +306,7 @@ void WindowFixture::releaseScans()
 
 bool WindowFixture::uninstallRunning() const
 {
-    return m_uninstall->isRunning();
+    return m_uninstall && m_uninstall->isRunning();
 }
 
 void WindowFixture::setAppearance(const QString &appearance)

@@ -47,8 +47,9 @@ public:
     [[nodiscard]] bool holdPrivilegedStep() const;
     void setHoldPrivilegedStep(bool hold);
 
-    // Lays out the fake Mac a JSON description names (see FakeMac::apply).
-    bool applyDescription(const QString &file, QString *error);
+    // Lays out the fake Mac a JSON description names (see FakeMac::apply); what is wrong with
+    // it, if anything.
+    [[nodiscard]] std::optional<QString> applyDescription(const QString &file);
 
     // An app bundle at a Mac path ("/Applications/Writer.app") with an icon drawn in `color`
     // (none when empty); returns its file URL.
@@ -79,6 +80,9 @@ public:
     Q_INVOKABLE bool uninstallRunning() const;
 
 private:
+    // The services on the laid-out Mac, made on first use.
+    void makeServices();
+
     QTemporaryDir m_dir;
     std::unique_ptr<FakeMac> m_mac;
     std::shared_ptr<FixtureGates> m_gates;

@@ -364,9 +364,8 @@ int main(int argc, char *argv[])
     QDir().mkpath(outDir);
 
     WindowFixture fixture;
-    QString error;
-    if (!fixture.applyDescription(description, &error)) {
-        qCritical("quenzo-screenshots: %s", qPrintable(error));
+    if (const auto wrong = fixture.applyDescription(description)) {
+        qCritical("quenzo-screenshots: %s", qPrintable(*wrong));
         return 2;
     }
     // The description's icons are placeholders of one pixel; these look like apps.
