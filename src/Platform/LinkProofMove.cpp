@@ -195,13 +195,6 @@ bool LinkProofMove::isSystemOnlyFile(const QByteArray &path) const
            (info->st_uid == 0 || info->st_uid == m_root.owner());
 }
 
-bool LinkProofMove::isOwnedBySystem(const QByteArray &path) const
-{
-    const auto entry = entryOf(path);
-    const auto info = entry ? entryStat(entry->folder.fd(), entry->name) : std::nullopt;
-    return info && (info->st_uid == 0 || info->st_uid == m_root.owner());
-}
-
 QByteArray LinkProofMove::numberedName(const QByteArray &name, int n)
 {
     // A leading dot starts a hidden name, not an extension.

@@ -54,9 +54,6 @@ public:
     // Whether `path`, reached the same way, is a regular file of root's (or of the owner of the
     // root folder) with no other link, that no one else may write: a file only root controls.
     [[nodiscard]] bool isSystemOnlyFile(const QByteArray &path) const;
-    // Whether the entry at `path`, reached the same way, belongs to root or to the owner of the
-    // root folder (a fake Mac's): never something the user's own programs could have made.
-    [[nodiscard]] bool isOwnedBySystem(const QByteArray &path) const;
 
     // The name an item takes in a folder where its own name is taken: n >= 2.
     [[nodiscard]] static QByteArray numberedName(const QByteArray &name, int n);
