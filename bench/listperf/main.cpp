@@ -50,7 +50,8 @@ int main(int argc, char *argv[])
     const QString path = mac.addApp(bundle);
 
     MainViewModel::Dependencies dependencies;
-    dependencies.discovery = std::make_shared<ManyItems>(mac.layout(), mac.path(QStringLiteral("~/Library")));
+    dependencies.discovery =
+        std::make_shared<ManyItems>(mac.layout(), mac.path(QStringLiteral("~/Library")));
     dependencies.fullDiskAccessProbe = [] { return true; };
     MainViewModel viewModel(mac.layout(), std::move(dependencies));
     ResultsPresenter presenter;

@@ -16,7 +16,8 @@ using namespace Qt::StringLiterals;
 FileDiscoveryService::FileDiscoveryService(SystemLayout layout,
                                            std::shared_ptr<const ToolRunner> runner,
                                            Progress progress)
-    : m_layout(std::move(layout)), m_runner(runner ? std::move(runner) : std::make_shared<const ToolRunner>()),
+    : m_layout(std::move(layout)),
+      m_runner(runner ? std::move(runner) : std::make_shared<const ToolRunner>()),
       m_progress(std::move(progress))
 {}
 

@@ -17,9 +17,8 @@ class InstalledAppClaims
 {
 public:
     // The apps of the Applications folders and those the metadata index finds for `idPrefixes`.
-    [[nodiscard]] static InstalledAppClaims find(const SystemLayout &layout,
-                                                 const ToolRunner &runner,
-                                                 const QStringList &idPrefixes);
+    [[nodiscard]] static InstalledAppClaims
+    find(const SystemLayout &layout, const ToolRunner &runner, const QStringList &idPrefixes);
 
     void addApp(const QString &bundlePath, const QString &identifier);
     void addIdentifier(const QString &identifier);

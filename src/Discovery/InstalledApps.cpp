@@ -61,8 +61,7 @@ private:
 } // namespace
 
 QList<InstalledApp> find(const SystemLayout &layout, const ToolRunner &runner,
-                         const QString &excludingPath,
-                         const QStringList &idPrefixes)
+                         const QString &excludingPath, const QStringList &idPrefixes)
 {
     Collector collector(excludingPath);
     collector.addIn(layout.path(QStringLiteral("/Applications")), 3);

@@ -22,7 +22,6 @@ struct InstalledApp
 namespace InstalledApps {
 
 [[nodiscard]] QList<InstalledApp> find(const SystemLayout &layout, const ToolRunner &runner,
-                                       const QString &excludingPath,
-                                       const QStringList &idPrefixes);
+                                       const QString &excludingPath, const QStringList &idPrefixes);
 
 } // namespace InstalledApps

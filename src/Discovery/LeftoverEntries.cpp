@@ -133,8 +133,8 @@ QList<LeftoverEntry> list(const SystemLayout &layout)
                         Kind::launchJob);
     collector.addFolder(layout.path(u"/Library/LaunchAgents"_s), FileCategory::launchAgents,
                         Kind::launchJob);
-    collector.addFolder(layout.path(u"/Library/LaunchDaemons"_s),
-                        FileCategory::launchDaemons, Kind::launchJob);
+    collector.addFolder(layout.path(u"/Library/LaunchDaemons"_s), FileCategory::launchDaemons,
+                        Kind::launchJob);
     collector.addFolder(layout.path(u"/private/var/db/receipts"_s), FileCategory::receipts,
                         Kind::receipt);
     collector.addFolder(layout.home(), FileCategory::homeFolder, Kind::plain, true);

@@ -1,9 +1,9 @@
 // SPDX-License-Identifier: MIT
 #include "OrphanFinder.h"
 
+#include "Discovery/DiscoveryResults.h"
 #include "Discovery/IdentifierText.h"
 #include "Discovery/InstalledAppClaims.h"
-#include "Discovery/DiscoveryResults.h"
 #include "Discovery/LeftoverEntries.h"
 #include "Discovery/SizeMeasurer.h"
 #include "Platform/ToolRunner.h"
@@ -248,13 +248,15 @@ private:
 } // namespace
 
 OrphanFinder::OrphanFinder(SystemLayout layout, std::shared_ptr<const ToolRunner> runner)
-    : m_layout(std::move(layout)), m_runner(runner ? std::move(runner) : std::make_shared<const ToolRunner>())
+    : m_layout(std::move(layout)),
+      m_runner(runner ? std::move(runner) : std::make_shared<const ToolRunner>())
 {}
 
 QList<OrphanGroup> OrphanFinder::find() const
 {
     const QList<LeftoverEntry> entries = LeftoverEntries::list(m_layout);
-    const InstalledAppClaims claims = InstalledAppClaims::find(m_layout, *m_runner, vendorPrefixes(entries));
+    const InstalledAppClaims claims =
+        InstalledAppClaims::find(m_layout, *m_runner, vendorPrefixes(entries));
     Grouping grouping(claims);
     QList<LeftoverEntry> plain;
     for (const LeftoverEntry &entry : entries) {

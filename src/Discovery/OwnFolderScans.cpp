@@ -21,8 +21,8 @@ using namespace Qt::StringLiterals;
 namespace OwnFolderScans {
 
 namespace {
-void scanLaunchFolder(const SystemLayout &layout, const QString &folder, FileCategory category, bool userWritable,
-                      const Fingerprint &fingerprint, DiscoveryResults &results)
+void scanLaunchFolder(const SystemLayout &layout, const QString &folder, FileCategory category,
+                      bool userWritable, const Fingerprint &fingerprint, DiscoveryResults &results)
 {
     const QLatin1String helperTools("/Library/PrivilegedHelperTools/");
     for (const QString &name : FolderListing::names(folder)) {

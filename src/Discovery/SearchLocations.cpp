@@ -67,8 +67,8 @@ QList<Location> searchLocations(const SystemLayout &layout)
     };
     QList<Location> locations;
     for (const Row &row : kRows)
-        locations.append({layout.path(QString::fromUtf16(row.macPath)), row.category,
-                          row.rule, row.entersLinks});
+        locations.append({layout.path(QString::fromUtf16(row.macPath)), row.category, row.rule,
+                          row.entersLinks});
     for (const QString &directory : layout.darwinUserDirectories())
         locations.append({directory, C::temporary, Rule::identifiers});
     return locations;

@@ -13,8 +13,8 @@ namespace ToolQueries {
 
 // The installer packages that laid down the file at a Mac path (pkgutil --file-info), in
 // output order, operating-system packages and unsafe identifiers left out.
-[[nodiscard]] QStringList installerPackageIDs(const SystemLayout &layout,
-                                              const ToolRunner &runner, const QString &macPath);
+[[nodiscard]] QStringList installerPackageIDs(const SystemLayout &layout, const ToolRunner &runner,
+                                              const QString &macPath);
 
 // The Mac paths of the applications whose identifier starts with `prefix`, case-insensitively,
 // as the metadata index knows them (mdfind). Nothing for a prefix that is not a plain

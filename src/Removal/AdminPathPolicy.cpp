@@ -4,7 +4,6 @@
 #include "Core/PackageIdentifier.h"
 #include "Platform/SystemLayout.h"
 
-
 namespace {
 
 bool isNewline(char32_t c)

@@ -36,7 +36,7 @@ void HistoryRecorder::moved(const QString &originalPath, const QString &trashPat
 {
     const auto index = m_indexes.constFind(originalPath);
     if (m_journal && index != m_indexes.cend())
-        (void)m_journal->append(
-            UninstallRecord::movedLine(*index, QFile::encodeName(trashPath), withAdminRights,
-                                       m_layout.displayPath(trashPath)));
+        (void)m_journal->append(UninstallRecord::movedLine(*index, QFile::encodeName(trashPath),
+                                                           withAdminRights,
+                                                           m_layout.displayPath(trashPath)));
 }

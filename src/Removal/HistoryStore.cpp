@@ -121,4 +121,3 @@ bool HistoryStore::Journal::append(const QByteArray &line) const
     ::close(fd);
     return written;
 }
-

@@ -39,9 +39,9 @@ PrivilegedHelper::PrivilegedHelper(SystemLayout layout, uid_t user, const ToolRu
     : m_layout(std::move(layout)), m_policy(m_layout), m_tools(tools),
       m_mover(LinkProofMove::open(QFile::encodeName(m_layout.root()),
                                   QFile::encodeName(m_layout.home()), user)),
-      m_journal(m_mover ? RootMoveJournal::open(m_mover->root(),
-                                                m_mover->root().owner().value_or(0))
-                        : Result<RootMoveJournal>(Failure(m_mover.error())))
+      m_journal(m_mover
+                    ? RootMoveJournal::open(m_mover->root(), m_mover->root().owner().value_or(0))
+                    : Result<RootMoveJournal>(Failure(m_mover.error())))
 {}
 
 QList<HelperRecord> PrivilegedHelper::run(const QList<HelperRecord> &commands) const

@@ -34,10 +34,9 @@ UninstallService::UninstallService(SystemLayout layout, Dependencies dependencie
 QFuture<void> UninstallService::uninstall(const QList<QSharedPointer<UninstallSession>> &sessions)
 {
     // The task holds its own copies, so it may outlive this service.
-    return QtConcurrent::run(
-        [layout = m_layout, dependencies = m_dependencies, sessions] {
-            UninstallRun(layout, dependencies).run(sessions);
-        });
+    return QtConcurrent::run([layout = m_layout, dependencies = m_dependencies, sessions] {
+        UninstallRun(layout, dependencies).run(sessions);
+    });
 }
 
 QString UninstallService::lsregisterMacPath()

@@ -3,7 +3,6 @@
 
 #include "RoleNames.h"
 
-
 #include <QCollator>
 #include <QDirIterator>
 #include <QFileInfo>

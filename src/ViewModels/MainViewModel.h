@@ -1,8 +1,8 @@
 // SPDX-License-Identifier: MIT
 #pragma once
 
-#include "Discovery/OrphanGroup.h"
 #include "AppPickerModel.h"
+#include "Discovery/OrphanGroup.h"
 #include "Models/UninstallSession.h"
 #include "Platform/SystemLayout.h"
 #include "PutBackPresenter.h"

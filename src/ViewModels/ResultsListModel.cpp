@@ -336,9 +336,9 @@ QString spokenDescription(const FileItem &item, bool showsCategory)
         parts.append(badge);
     if (!item.reason.isEmpty())
         parts.append(QStringLiteral("found by ") + item.reason);
-    parts.append(item.isProtected ? QStringLiteral("cannot be selected")
-                 : item.isSelected                  ? QStringLiteral("selected")
-                                                    : QStringLiteral("not selected"));
+    parts.append(item.isProtected  ? QStringLiteral("cannot be selected")
+                 : item.isSelected ? QStringLiteral("selected")
+                                   : QStringLiteral("not selected"));
     return parts.join(QStringLiteral(", "));
 }
 } // namespace

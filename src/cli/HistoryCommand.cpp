@@ -132,8 +132,7 @@ int HistoryCommand::history()
 
 int HistoryCommand::restore()
 {
-    const auto record =
-        m_options.last ? m_history.latest() : m_history.load(m_options.record);
+    const auto record = m_options.last ? m_history.latest() : m_history.load(m_options.record);
     if (!record) {
         m_err << "quenzo-cli: "
               << (m_options.last ? QStringLiteral("no uninstall recorded yet")

@@ -22,8 +22,8 @@ private slots:
         QTest::newRow("launch daemon") << u"/Library/LaunchDaemons/a.plist"_s << false << true;
         QTest::newRow("prefix without slash")
             << u"/Library/Application Supportive/x"_s << false << true;
-        QTest::newRow("user's own Library") << u"~/Library/LaunchAgents/a.plist"_s << false
-                                            << false;
+        QTest::newRow("user's own Library")
+            << u"~/Library/LaunchAgents/a.plist"_s << false << false;
     }
     void folders()
     {
@@ -48,8 +48,8 @@ private slots:
             << u"/"_s << u"/Users/alice/Library/Caches/x"_s << u"~/Library/Caches/x"_s;
         QTest::newRow("another home with the same start")
             << u"/"_s << u"/Users/alice2/Library/x"_s << u"/Users/alice2/Library/x"_s;
-        QTest::newRow("outside the home") << u"/"_s << u"/Library/Caches/x"_s
-                                          << u"/Library/Caches/x"_s;
+        QTest::newRow("outside the home")
+            << u"/"_s << u"/Library/Caches/x"_s << u"/Library/Caches/x"_s;
         QTest::newRow("fake Mac: its home") << fake << fake + u"/Users/alice/.x"_s << u"~/.x"_s;
         QTest::newRow("fake Mac: as the Mac names it")
             << fake << fake + u"/Library/Caches/x"_s << u"/Library/Caches/x"_s;

@@ -249,5 +249,6 @@ std::optional<QString> FakeMac::apply(const QJsonObject &description)
         description.value(QStringLiteral("darwinUserDirectories")).toArray();
     if (userDirs.size() == 2)
         setDarwinUserDirectories(userDirs.at(0).toString(), userDirs.at(1).toString());
-    return FakeMacTools::applyPackages(*this, description.value(QStringLiteral("packages")).toArray());
+    return FakeMacTools::applyPackages(*this,
+                                       description.value(QStringLiteral("packages")).toArray());
 }
