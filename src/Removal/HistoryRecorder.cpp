@@ -14,7 +14,7 @@ void HistoryRecorder::planned(const QList<UninstallPlan> &plans)
         for (const FileItem &file : plan.trashFiles + plan.adminFiles + plan.receipts) {
             UninstallRecord::Item item;
             item.path = QFile::encodeName(file.path);
-            item.shownPath = file.displayPath();
+            item.shownPath = m_layout.displayPath(file.path);
             item.app = app;
             item.category = file.category;
             item.size = file.size;

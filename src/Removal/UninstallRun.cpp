@@ -131,7 +131,7 @@ void UninstallRun::unloadLaunchAgents(UninstallSession *session, const QList<Fil
             qCDebug(lcRemoval) << item.path << error->message();
         log(session, (error ? QStringLiteral("Launch agent was not loaded: ")
                             : QStringLiteral("Unloaded: ")) +
-                         item.displayPath());
+                         m_layout.displayPath(item.path));
     }
 }
 
@@ -180,7 +180,8 @@ void UninstallRun::trashFiles(UninstallPlan &plan) const
                 return;
             }
             trashPath = *result;
-            plan.session->addLog(QStringLiteral("Moved to trash: ") + item.displayPath(), true);
+            plan.session->addLog(
+                QStringLiteral("Moved to trash: ") + m_layout.displayPath(item.path), true);
         });
         if (moved && m_recorder)
             m_recorder->moved(item.path, trashPath, false);
@@ -242,7 +243,7 @@ void UninstallRun::judge(UninstallPlan &plan, const AuthorizationService::Report
             if (m_recorder && result.word == "moved" && result.fields.size() > 1)
                 m_recorder->moved(item.path, QFile::decodeName(result.fields.at(1)), true);
             log(plan.session.get(),
-                QStringLiteral("Moved to trash (admin): ") + item.displayPath());
+                QStringLiteral("Moved to trash (admin): ") + m_layout.displayPath(item.path));
             continue;
         }
         fail(plan, item, report.error ? report.error->message() : kCouldNotMove);
@@ -275,11 +276,12 @@ void UninstallRun::noteReason(QStringList &reasons, const HelperRecord &result)
         reasons.append(reason);
 }
 
-void UninstallRun::fail(UninstallPlan &plan, const FileItem &item, const QString &reason)
+void UninstallRun::fail(UninstallPlan &plan, const FileItem &item, const QString &reason) const
 {
     plan.failed.append(item);
     log(plan.session.get(),
-        QStringLiteral("Failed to remove: ") + item.displayPath() + QStringLiteral(" - ") + reason,
+        QStringLiteral("Failed to remove: ") + m_layout.displayPath(item.path) +
+            QStringLiteral(" - ") + reason,
         false);
 }
 

@@ -29,7 +29,7 @@ private:
     void removeAdminFiles(QList<UninstallPlan> &plans) const;
     void judge(UninstallPlan &plan, const AuthorizationService::Report &report) const;
     static void noteReason(QStringList &reasons, const HelperRecord &result);
-    static void fail(UninstallPlan &plan, const FileItem &item, const QString &reason);
+    void fail(UninstallPlan &plan, const FileItem &item, const QString &reason) const;
     void finish(UninstallPlan &plan) const;
     void flushPreferencesAndRegistrations(const UninstallPlan &plan) const;
 

@@ -58,8 +58,8 @@ class TestAuthorizationService : public QObject
         QString trash = m_mac->trash(QFileInfo(original).fileName());
         QDir().mkpath(QFileInfo(trash).path());
         if (admin) {
-            const AuthorizationService helper(std::make_shared<FakePrivilegedShell>(),
-                                              FakePrivilegedShell::helper());
+            const AuthorizationService helper(
+                m_mac->layout(), std::make_shared<FakePrivilegedShell>(), FakePrivilegedShell::helper());
             const auto report = helper.removeWithAdminPrivileges({{original, trash}}, {}, {});
             const HelperRecord record = report.moves.value(QFile::encodeName(original));
             if (record.word != "moved")
@@ -82,9 +82,10 @@ class TestAuthorizationService : public QObject
         UninstallRecord record;
         record.items = items;
         m_shell = std::make_shared<FakePrivilegedShell>(behaviour);
-        return RestoreRun({nullptr,
+        return RestoreRun(m_mac->layout(),
+                          {nullptr,
                            RestoreMover::adminRights(std::make_shared<AuthorizationService>(
-                               m_shell, FakePrivilegedShell::helper())),
+                               m_mac->layout(), m_shell, FakePrivilegedShell::helper())),
                            nullptr})
             .run(record);
     }
@@ -109,10 +110,11 @@ class TestAuthorizationService : public QObject
         return text.isEmpty() ? m_mac->home() + u"/.Trash"_s : m_mac->trash(text);
     }
 
-    // The policy reads the layout (and the per-user folders below) when it is set.
-    void setLayout(const QString &user) const
+    // The policy of the fake Mac as `user` sees it; it reads the per-user folders below when it
+    // is made.
+    AdminPathPolicy policy(const QString &user = u"tester"_s) const
     {
-        SystemLayout::set(m_mac->root(), m_mac->root() + u"/Users/"_s + user);
+        return AdminPathPolicy(SystemLayout(m_mac->root(), m_mac->root() + u"/Users/"_s + user));
     }
 
     // One per line, each as resolved().
@@ -189,36 +191,34 @@ private slots:
     {
         QFETCH(QString, path);
         QFETCH(bool, allowed);
-        QCOMPARE(AdminPathPolicy::isAllowed(resolved(path)), allowed);
+        QCOMPARE(policy().isAllowed(resolved(path)), allowed);
         // As root the per-user folders would be root's own: the privileged helper never has them.
         const bool perUser = path.startsWith(u"/private/var/folders/"_s);
-        QCOMPARE(AdminPathPolicy::isAllowed(resolved(path), AdminPathPolicy::Scope::systemOnly),
+        QCOMPARE(policy().isAllowed(resolved(path), AdminPathPolicy::Scope::systemOnly),
                  allowed && !perUser);
     }
 
-    void followsTheHomeFolderOfTheMoment()
+    void followsTheHomeFolderOfItsLayout()
     {
         const QString cache = resolved(u"~/Library/Caches/com.example"_s);
-        QVERIFY(AdminPathPolicy::isAllowed(cache));
-        setLayout(u"other"_s);
-        QVERIFY(!AdminPathPolicy::isAllowed(cache));
-        QVERIFY(AdminPathPolicy::isAllowed(resolved(u"/Users/other/Library/Caches/com.example"_s)));
+        QVERIFY(policy().isAllowed(cache));
+        QVERIFY(!policy(u"other"_s).isAllowed(cache));
+        QVERIFY(policy(u"other"_s).isAllowed(resolved(u"/Users/other/Library/Caches/com.example"_s)));
     }
 
     // The per-user folders lose one trailing slash; malformed ones are no roots at all.
     void darwinDirectories()
     {
         writeDarwinDirectories({u"/var/C//"_s, u"/var/T"_s});
-        QCOMPARE(AdminPathPolicy::userDarwinDirectories(),
+        QCOMPARE(m_mac->layout().darwinUserDirectories(),
                  QStringList({resolved(u"/var/C/"_s), resolved(u"/var/T"_s)}));
         // "/" would otherwise become an empty root under which every path lies one level deep.
         writeDarwinDirectories({u"@/"_s, u"@relative/T/"_s});
-        QVERIFY(!AdminPathPolicy::isAllowed(u"/etc"_s));
-        QVERIFY(!AdminPathPolicy::isAllowed(resolved(u"/etc"_s)));
+        QVERIFY(!policy().isAllowed(u"/etc"_s));
+        QVERIFY(!policy().isAllowed(resolved(u"/etc"_s)));
         writeDarwinDirectories({u"/var/../etc/"_s});
-        setLayout(u"tester"_s);
-        QVERIFY(!AdminPathPolicy::isAllowed(resolved(u"/var/../etc/x"_s)));
-        QVERIFY(!AdminPathPolicy::isAllowed(resolved(u"/etc/x"_s)));
+        QVERIFY(!policy().isAllowed(resolved(u"/var/../etc/x"_s)));
+        QVERIFY(!policy().isAllowed(resolved(u"/etc/x"_s)));
     }
 
     // Only what the policy allows is ever sent: moves between an allowed place and directly
@@ -274,7 +274,7 @@ private slots:
             (kind == u"bootout" ? plists : packages)
                 .append(kind == u"bootout" ? resolved(item) : item);
         auto shell = std::make_shared<FakePrivilegedShell>();
-        (void)AuthorizationService(shell, FakePrivilegedShell::helper())
+        (void)AuthorizationService(m_mac->layout(), shell, FakePrivilegedShell::helper())
             .removeWithAdminPrivileges(moves, plists, packages);
         QCOMPARE(shell->batches().size(), sent ? 1 : 0);
         if (sent)
@@ -325,6 +325,7 @@ private slots:
                                : (shell == u"fail" ? Behaviour::fail : Behaviour::runAsCaller));
         const auto report =
             AuthorizationService(
+                m_mac->layout(),
                 answer.isEmpty() ? std::shared_ptr<const PrivilegedShell>(fake)
                                  : std::make_shared<AnsweringShell>(HelperBatch::encode(answer)),
                 helper)

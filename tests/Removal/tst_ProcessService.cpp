@@ -74,6 +74,7 @@ class TestProcessService : public QObject
     {
         m_sleeps = 0;
         return ProcessService(
+                   SystemLayout(u"/"_s),
                    ProcessService::Dependencies{m_applications, nullptr,
                                                 [this](std::chrono::milliseconds duration) {
                                                     QCOMPARE(duration.count(), 500);
@@ -159,7 +160,7 @@ private slots:
         QFETCH(QString, script);
         QFETCH(int, status);
         QFETCH(QString, output);
-        const ProcessOutput result = ProcessService().run(program, {u"-c"_s, script});
+        const ProcessOutput result = ProcessService(SystemLayout(u"/"_s)).run(program, {u"-c"_s, script});
         QCOMPARE(result.status, status);
         QVERIFY2(output == u"*" ? !result.output.isEmpty() : result.output == output,
                  qPrintable(result.output));

@@ -82,11 +82,12 @@ class tst_RemovalFaults : public QObject
         m_shell->duringPrompt = std::move(run.duringPrompt);
         UninstallService::Dependencies dependencies;
         dependencies.authorization =
-            std::make_shared<const AuthorizationService>(m_shell, FakePrivilegedShell::helper());
+            std::make_shared<const AuthorizationService>(m_mac->layout(), m_shell,
+                                                         FakePrivilegedShell::helper());
         dependencies.isWritable = [this](const QString &folder) {
             return !m_unwritable.contains(folder) && !m_unwritable.contains(u"*"_s);
         };
-        UninstallService service(dependencies);
+        UninstallService service(m_mac->layout(), dependencies);
         QVERIFY(SessionRun::toCompletion(service, sessions));
     }
 
