@@ -78,7 +78,7 @@ public:
             LeftoverEntry entry{path, category, kind, LeftoverName::parse(name), {}, {}};
             if (isPlatformOwn(name, entry.name) || isSharedByApps(entry))
                 continue;
-            if (kind == Kind::launchJob && !readJob(m_layout, entry))
+            if (kind == Kind::launchJob && !readJob(entry))
                 continue;
             if (kind == Kind::receipt && !readReceipt(name, entry))
                 continue;
@@ -89,7 +89,7 @@ public:
     [[nodiscard]] QList<LeftoverEntry> take() { return std::move(m_entries); }
 
 private:
-    static bool readJob(const SystemLayout &layout, LeftoverEntry &entry)
+    bool readJob(LeftoverEntry &entry) const
     {
         if (!entry.path.endsWith(QLatin1String(".plist")))
             return false;
@@ -100,7 +100,7 @@ private:
         if (const LeftoverName byLabel = LeftoverName::parse(label); byLabel.isIdentifier())
             entry.name = byLabel;
         for (const QString &program : MatchRules::programPaths(plist)) {
-            if (const QString bundle = bundleOf(layout, program); !bundle.isEmpty())
+            if (const QString bundle = bundleOf(m_layout, program); !bundle.isEmpty())
                 entry.programBundles.append(bundle);
         }
         return !isPlatformOwn(label, entry.name);

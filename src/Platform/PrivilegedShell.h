@@ -24,7 +24,4 @@ public:
     virtual ~PrivilegedShell() = default;
     [[nodiscard]] virtual Result run(const QString &program, const QStringList &arguments,
                                      const QByteArray &input) const = 0;
-
-    // OsascriptShell on macOS, PkexecShell elsewhere.
-    [[nodiscard]] static std::shared_ptr<const PrivilegedShell> system();
 };

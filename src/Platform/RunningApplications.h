@@ -31,7 +31,4 @@ public:
     virtual void terminate(const RunningApplication &application) = 0;
     virtual void forceTerminate(const RunningApplication &application) = 0;
     [[nodiscard]] virtual bool isTerminated(const RunningApplication &application) const = 0;
-
-    // The table of this system.
-    [[nodiscard]] static std::shared_ptr<RunningApplications> system();
 };

@@ -14,7 +14,7 @@
 #include <unistd.h>
 
 #if defined(Q_OS_MACOS)
-#include "mac/FileManagerTrash.h"
+#include "mac/UserTrashFolder.h"
 
 #include <vector>
 #endif
@@ -148,7 +148,7 @@ QString SystemLayout::trashDirectory() const
 {
 #if defined(Q_OS_MACOS)
     if (usesNativeFileServices()) {
-        if (auto trash = FileManagerTrash::trashDirectory())
+        if (auto trash = UserTrashFolder::path())
             return *trash;
     }
 #endif

@@ -1,7 +1,6 @@
 // SPDX-License-Identifier: MIT
 #include "TrashMover.h"
 
-#include "RenamingTrashMover.h"
 #include "SystemLayout.h"
 
 #include <QDir>
@@ -11,20 +10,7 @@
 #include <cstring>
 #include <sys/stat.h>
 
-#if defined(Q_OS_MACOS)
-#include "mac/FileManagerTrash.h"
-#endif
-
-std::shared_ptr<const TrashMover> TrashMover::system(const SystemLayout &layout)
-{
-#if defined(Q_OS_MACOS)
-    if (layout.usesNativeFileServices())
-        return std::make_shared<const FileManagerTrash>();
-#endif
-    return std::make_shared<const RenamingTrashMover>(layout);
-}
-
-std::optional<QString> TrashMover::ensureTrashFolder(const SystemLayout &layout)
+std::optional<QString> ensureTrashFolder(const SystemLayout &layout)
 {
     const QString trash = layout.trashDirectory();
     if (QDir(trash).exists())

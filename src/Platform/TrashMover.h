@@ -17,11 +17,8 @@ public:
 
     // The item's new path, or why it could not be moved.
     [[nodiscard]] virtual Result<QString> moveToTrash(const QString &path) const = 0;
-
-    // Makes the user's Trash folder (mode 0700) when it is missing, with the user's own rights,
-    // so that a move into it as root never has to create it. The reason when that fails.
-    [[nodiscard]] static std::optional<QString> ensureTrashFolder(const SystemLayout &layout);
-
-    // NSFileManager on a real Mac; a rename into HOME/.Trash elsewhere and on a fake Mac.
-    [[nodiscard]] static std::shared_ptr<const TrashMover> system(const SystemLayout &layout);
 };
+
+// Makes the user's Trash folder (mode 0700) when it is missing, with the user's own rights, so
+// that a move into it as root never has to create it. The reason when that fails.
+[[nodiscard]] std::optional<QString> ensureTrashFolder(const SystemLayout &layout);

@@ -3,6 +3,7 @@
 #include "Platform/LogCategories.h"
 
 #include "Platform/PrivilegedShell.h"
+#include "Platform/SystemServices.h"
 #include "Platform/TrustedProgram.h"
 #include "Removal/PrivilegedHelper.h"
 
@@ -26,7 +27,8 @@ AuthorizationService::AuthorizationService(SystemLayout layout,
                                            std::shared_ptr<const PrivilegedShell> shell,
                                            QString helper)
     : m_layout(std::move(layout)), m_policy(m_layout),
-      m_shell(shell ? std::move(shell) : PrivilegedShell::system()), m_helper(std::move(helper))
+      m_shell(shell ? std::move(shell) : SystemServices::privilegedShell()),
+      m_helper(std::move(helper))
 {}
 
 AuthorizationService::Report AuthorizationService::removeWithAdminPrivileges(

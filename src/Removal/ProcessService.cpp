@@ -2,6 +2,7 @@
 #include "ProcessService.h"
 
 #include "Platform/RunningApplications.h"
+#include "Platform/SystemServices.h"
 #include "Platform/ToolRunner.h"
 #include "Platform/TrustedProgram.h"
 
@@ -61,7 +62,7 @@ ProcessService::ProcessService(SystemLayout layout, Dependencies dependencies)
     : m_layout(std::move(layout)), m_dependencies(std::move(dependencies))
 {
     if (!m_dependencies.applications)
-        m_dependencies.applications = RunningApplications::system();
+        m_dependencies.applications = SystemServices::runningApplications();
     if (!m_dependencies.tools)
         m_dependencies.tools = std::make_shared<const ToolRunner>();
     if (!m_dependencies.sleep)

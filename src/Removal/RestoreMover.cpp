@@ -32,42 +32,36 @@ std::optional<Result> refusal(const RestoreMover::Move &move)
     return std::nullopt;
 }
 
-// With the user's own rights, through the same link-proof move as the uninstall.
-class UserRestoreMover : public RestoreMover
+} // namespace
+
+QList<RestoreMover::Result> UserRestoreMover::moveBack(const QList<Move> &moves) const
 {
-public:
-    explicit UserRestoreMover(SystemLayout layout) : m_layout(std::move(layout)) {}
-
-    QList<Result> moveBack(const QList<Move> &moves) const override
-    {
-        QList<Result> results;
-        const auto mover = LinkProofMove::open(QFile::encodeName(m_layout.root()),
-                                               QFile::encodeName(m_layout.home()), ::getuid());
-        for (const Move &move : moves) {
-            if (const auto refused = refusal(move)) {
-                results.append(*refused);
-                continue;
-            }
-            if (!mover) {
-                results.append({Outcome::failed, mover.error()});
-                continue;
-            }
-            const LinkProofMove::Outcome outcome = mover->move(move.trashPath, move.originalPath);
-            if (outcome.moved)
-                results.append({Outcome::restored, {}});
-            else if (outcome.missing)
-                results.append({Outcome::missing, {}});
-            else if (exists(move.originalPath))
-                results.append({Outcome::occupied, {}});
-            else
-                results.append({Outcome::failed, outcome.error});
+    QList<Result> results;
+    const auto mover = LinkProofMove::open(QFile::encodeName(m_layout.root()),
+                                           QFile::encodeName(m_layout.home()), ::getuid());
+    for (const Move &move : moves) {
+        if (const auto refused = refusal(move)) {
+            results.append(*refused);
+            continue;
         }
-        return results;
+        if (!mover) {
+            results.append({Outcome::failed, mover.error()});
+            continue;
+        }
+        const LinkProofMove::Outcome outcome = mover->move(move.trashPath, move.originalPath);
+        if (outcome.moved)
+            results.append({Outcome::restored, {}});
+        else if (outcome.missing)
+            results.append({Outcome::missing, {}});
+        else if (exists(move.originalPath))
+            results.append({Outcome::occupied, {}});
+        else
+            results.append({Outcome::failed, outcome.error});
     }
+    return results;
+}
 
-private:
-    SystemLayout m_layout;
-};
+namespace {
 
 // Every move in one run of the privileged helper, which checks each again as root.
 class AdminRestoreMover : public RestoreMover
@@ -114,11 +108,6 @@ private:
     std::shared_ptr<const AuthorizationService> m_authorization;
 };
 } // namespace
-
-std::shared_ptr<const RestoreMover> RestoreMover::userRights(const SystemLayout &layout)
-{
-    return std::make_shared<const UserRestoreMover>(layout);
-}
 
 std::shared_ptr<const RestoreMover>
 RestoreMover::adminRights(std::shared_ptr<const AuthorizationService> authorization)

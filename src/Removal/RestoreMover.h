@@ -1,6 +1,8 @@
 // SPDX-License-Identifier: MIT
 #pragma once
 
+#include "Platform/SystemLayout.h"
+
 #include <QByteArray>
 #include <QList>
 #include <QString>
@@ -8,7 +10,6 @@
 #include <optional>
 
 class AuthorizationService;
-class SystemLayout;
 
 // Moves items from the Trash back to where they were, never replacing anything at the original
 // path and never through a link on the way. Paths are the file system's bytes.
@@ -37,10 +38,20 @@ public:
     // One result per move, in the same order.
     [[nodiscard]] virtual QList<Result> moveBack(const QList<Move> &moves) const = 0;
 
-    // With the user's own rights: the uninstall's link-proof move, which never replaces.
-    [[nodiscard]] static std::shared_ptr<const RestoreMover> userRights(const SystemLayout &layout);
     // Every move of the list in one run of the privileged helper, so one prompt covers the
     // whole restore.
     [[nodiscard]] static std::shared_ptr<const RestoreMover>
     adminRights(std::shared_ptr<const AuthorizationService> authorization);
+};
+
+// With the user's own rights: the uninstall's link-proof move, which never replaces.
+class UserRestoreMover : public RestoreMover
+{
+public:
+    explicit UserRestoreMover(SystemLayout layout) : m_layout(std::move(layout)) {}
+
+    [[nodiscard]] QList<Result> moveBack(const QList<Move> &moves) const override;
+
+private:
+    SystemLayout m_layout;
 };

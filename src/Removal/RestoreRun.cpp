@@ -1,10 +1,10 @@
 // SPDX-License-Identifier: MIT
 #include "RestoreRun.h"
 
+#include "Platform/MacTools.h"
 #include "Platform/ToolRunner.h"
 #include "Removal/AuthorizationService.h"
 #include "Removal/HistoryStore.h"
-#include "Removal/UninstallService.h"
 
 #include <QFile>
 
@@ -38,7 +38,7 @@ RestoreRun::RestoreRun(SystemLayout layout, Dependencies dependencies)
     : m_layout(std::move(layout)), m_dependencies(std::move(dependencies))
 {
     if (!m_dependencies.user)
-        m_dependencies.user = RestoreMover::userRights(m_layout);
+        m_dependencies.user = std::make_shared<const UserRestoreMover>(m_layout);
     if (!m_dependencies.admin)
         m_dependencies.admin =
             RestoreMover::adminRights(std::make_shared<const AuthorizationService>(m_layout));
@@ -95,7 +95,7 @@ void RestoreRun::registerApps(const Report &report) const
 {
     // Only the Mac has a register of apps; elsewhere, and on a fake Mac without its stand-in,
     // there is nothing to run.
-    const QString lsregister = m_layout.path(UninstallService::lsregisterMacPath());
+    const QString lsregister = m_layout.path(MacTools::lsregister());
     if (!QFile::exists(lsregister))
         return;
     for (const ItemReport &line : report.items) {

@@ -20,7 +20,7 @@ class RestoreRun
 public:
     struct Dependencies
     {
-        std::shared_ptr<const RestoreMover> user;  // default: RestoreMover::userRights
+        std::shared_ptr<const RestoreMover> user;  // default: UserRestoreMover
         std::shared_ptr<const RestoreMover> admin; // default: RestoreMover::adminRights
         std::shared_ptr<const ToolRunner> tools;   // runs lsregister
     };

@@ -1,8 +1,9 @@
 // SPDX-License-Identifier: MIT
 #include "UninstallRun.h"
-#include "Platform/LogCategories.h"
 
 #include "Core/MainThread.h"
+#include "Platform/LogCategories.h"
+#include "Platform/MacTools.h"
 #include "Platform/SystemLayout.h"
 #include "Platform/TrashMover.h"
 #include "Platform/TrashNaming.h"
@@ -61,7 +62,7 @@ QString summary(qsizetype removed, qsizetype failed, qsizetype skipped)
 }
 } // namespace
 
-UninstallRun::UninstallRun(SystemLayout layout, UninstallService::Dependencies dependencies)
+UninstallRun::UninstallRun(SystemLayout layout, UninstallDependencies dependencies)
     : m_layout(std::move(layout)), m_dependencies(std::move(dependencies)),
       m_recorder(m_dependencies.recorder ? m_dependencies.recorder() : nullptr)
 {}
@@ -214,7 +215,7 @@ void UninstallRun::removeAdminFiles(QList<UninstallPlan> &plans) const
     // A missing Trash would make every move as root fail, and the user may create their own.
     // Should that fail too, each move fails and its item is logged and counted as failed.
     if (!moves.isEmpty())
-        if (const auto refused = TrashMover::ensureTrashFolder(m_layout))
+        if (const auto refused = ensureTrashFolder(m_layout))
             qCDebug(lcRemoval) << "no Trash folder:" << *refused;
     for (const UninstallPlan &plan : std::as_const(plans)) {
         const qsizetype count = plan.adminFiles.size() + plan.receipts.size();
@@ -318,7 +319,7 @@ void UninstallRun::flushPreferencesAndRegistrations(const UninstallPlan &plan) c
             arguments.prepend(QStringLiteral("-currentHost"));
         (void)process.run(defaults, arguments);
     }
-    const QString lsregister = m_layout.path(UninstallService::lsregisterMacPath());
+    const QString lsregister = m_layout.path(MacTools::lsregister());
     for (const FileItem &item : plan.removed) {
         if (item.category == FileCategory::application)
             (void)process.run(lsregister, {QStringLiteral("-u"), item.path});

@@ -1,9 +1,11 @@
 // SPDX-License-Identifier: MIT
 #pragma once
 
+#include "Models/UninstallSession.h"
+#include "Platform/SystemLayout.h"
 #include "Removal/AuthorizationService.h"
+#include "Removal/UninstallDependencies.h"
 #include "Removal/UninstallPlan.h"
-#include "Removal/UninstallService.h"
 
 #include <QSet>
 
@@ -13,7 +15,7 @@
 class UninstallRun
 {
 public:
-    UninstallRun(SystemLayout layout, UninstallService::Dependencies dependencies);
+    UninstallRun(SystemLayout layout, UninstallDependencies dependencies);
 
     // Blocks until every session is completed. Never on the GUI thread.
     void run(const QList<QSharedPointer<UninstallSession>> &sessions) const;
@@ -38,6 +40,6 @@ private:
     static void log(UninstallSession *session, const QString &message, bool isSuccess = true);
 
     SystemLayout m_layout;
-    UninstallService::Dependencies m_dependencies;
+    UninstallDependencies m_dependencies;
     std::shared_ptr<UninstallRecorder> m_recorder; // this run's record; may be none
 };

@@ -1,6 +1,7 @@
 // SPDX-License-Identifier: MIT
 #include "UninstallService.h"
 
+#include "Platform/SystemServices.h"
 #include "Platform/TrashMover.h"
 #include "Removal/AuthorizationService.h"
 #include "Removal/HistoryRecorder.h"
@@ -20,7 +21,7 @@ UninstallService::UninstallService(SystemLayout layout, Dependencies dependencie
     if (!m_dependencies.authorization)
         m_dependencies.authorization = std::make_shared<const AuthorizationService>(m_layout);
     if (!m_dependencies.trash)
-        m_dependencies.trash = TrashMover::system(m_layout);
+        m_dependencies.trash = SystemServices::trashMover(m_layout);
     if (!m_dependencies.recorder)
         m_dependencies.recorder = [layout = m_layout] {
             return std::make_shared<HistoryRecorder>(layout);
@@ -37,10 +38,4 @@ QFuture<void> UninstallService::uninstall(const QList<QSharedPointer<UninstallSe
     return QtConcurrent::run([layout = m_layout, dependencies = m_dependencies, sessions] {
         UninstallRun(layout, dependencies).run(sessions);
     });
-}
-
-QString UninstallService::lsregisterMacPath()
-{
-    return QStringLiteral("/System/Library/Frameworks/CoreServices.framework/Frameworks/"
-                          "LaunchServices.framework/Support/lsregister");
 }

@@ -3,17 +3,13 @@
 
 #include "Models/UninstallSession.h"
 #include "Platform/SystemLayout.h"
+#include "Removal/UninstallDependencies.h"
 
 #include <QFuture>
 #include <QList>
 #include <QSharedPointer>
 #include <functional>
 #include <memory>
-
-class AuthorizationService;
-class ProcessService;
-class TrashMover;
-class UninstallRecorder;
 
 // Moves the selected items of a batch of sessions to the Trash: quits the apps, unloads their
 // agents, moves what the user may move, asks once for administrator rights for the rest of the
@@ -22,17 +18,7 @@ class UninstallRecorder;
 class UninstallService
 {
 public:
-    // The operating system as the service sees it; tests replace any of it.
-    struct Dependencies
-    {
-        std::shared_ptr<const ProcessService> process;
-        std::shared_ptr<const AuthorizationService> authorization;
-        std::shared_ptr<const TrashMover> trash;
-        // Whether this process may write into the folder (macOS isWritableFile).
-        std::function<bool(const QString &folder)> isWritable;
-        // A fresh recorder for each uninstall (the history journal unless replaced).
-        std::function<std::shared_ptr<UninstallRecorder>()> recorder;
-    };
+    using Dependencies = UninstallDependencies;
 
     // What the caller leaves out of `dependencies` is the real thing, on the layout.
     explicit UninstallService(SystemLayout layout, Dependencies dependencies = {});
@@ -42,9 +28,6 @@ public:
     // thread and never wait for the result there.
     [[nodiscard]] virtual QFuture<void>
     uninstall(const QList<QSharedPointer<UninstallSession>> &sessions);
-
-    // Where the tool that unregisters applications lives on a Mac.
-    [[nodiscard]] static QString lsregisterMacPath();
 
 private:
     SystemLayout m_layout;

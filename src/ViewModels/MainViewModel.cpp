@@ -39,11 +39,9 @@ bool hasStatus(const QList<QSharedPointer<UninstallSession>> &sessions, Uninstal
     return std::any_of(sessions.cbegin(), sessions.cend(),
                        [kind](const auto &session) { return session->status().kind() == kind; });
 }
-} // namespace
-
-MainViewModel::Dependencies MainViewModel::defaultDependencies(const SystemLayout &layout)
+MainViewModel::Dependencies realDependencies(const SystemLayout &layout)
 {
-    return Dependencies{
+    return MainViewModel::Dependencies{
         std::make_shared<FileDiscoveryService>(layout),
         std::make_shared<UninstallService>(layout),
         [] { return Bundle::mainBundleIdentifier(); },
@@ -54,12 +52,13 @@ MainViewModel::Dependencies MainViewModel::defaultDependencies(const SystemLayou
         [layout] { return OrphanFinder(layout).find(); },
     };
 }
+} // namespace
 
 MainViewModel::MainViewModel(SystemLayout layout, Dependencies dependencies, QObject *parent)
     : QObject(parent), m_layout(std::move(layout)), m_dependencies(std::move(dependencies)),
       m_putBack(m_layout), m_appPicker(m_layout)
 {
-    const Dependencies defaults = defaultDependencies(m_layout);
+    const Dependencies defaults = realDependencies(m_layout);
     orDefault(m_dependencies.discovery, defaults.discovery);
     orDefault(m_dependencies.uninstall, defaults.uninstall);
     orDefault(m_dependencies.ownBundleIdentifier, defaults.ownBundleIdentifier);

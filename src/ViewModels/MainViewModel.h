@@ -60,11 +60,8 @@ public:
         // The leftovers of deleted apps; blocking, called off the GUI thread.
         std::function<QList<OrphanGroup>()> findLeftovers;
     };
-    // The real services on the layout, this program's own identifier and the real probe;
-    // opening URLs and copying do nothing.
-    [[nodiscard]] static Dependencies defaultDependencies(const SystemLayout &layout);
-
-    // What the caller leaves out of `dependencies` is the real thing.
+    // What the caller leaves out of `dependencies` is the real thing: the services on the layout,
+    // this program's own identifier and the real probe; opening URLs and copying do nothing.
     explicit MainViewModel(SystemLayout layout, Dependencies dependencies = {},
                            QObject *parent = nullptr);
     ~MainViewModel() override;

@@ -11,11 +11,9 @@ struct Outcome
     std::optional<RestoreRun::Report> report; // nothing when no record matched
     QList<UninstallRecord> records;           // the history after the restore
 };
-} // namespace
-
-PutBackPresenter::Dependencies PutBackPresenter::defaultDependencies(const SystemLayout &layout)
+PutBackPresenter::Dependencies realDependencies(const SystemLayout &layout)
 {
-    return Dependencies{
+    return PutBackPresenter::Dependencies{
         [history = HistoryStore(layout)] {
             QList<UninstallRecord> records;
             for (const QString &name : history.names()) {
@@ -27,12 +25,13 @@ PutBackPresenter::Dependencies PutBackPresenter::defaultDependencies(const Syste
         [layout](const UninstallRecord &record) { return RestoreRun(layout).run(record); },
     };
 }
+} // namespace
 
 PutBackPresenter::PutBackPresenter(const SystemLayout &layout, Dependencies dependencies,
                                    QObject *parent)
     : QObject(parent), m_dependencies(std::move(dependencies))
 {
-    const Dependencies defaults = defaultDependencies(layout);
+    const Dependencies defaults = realDependencies(layout);
     if (!m_dependencies.loadRecords)
         m_dependencies.loadRecords = defaults.loadRecords;
     if (!m_dependencies.restore)

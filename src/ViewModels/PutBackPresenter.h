@@ -34,10 +34,8 @@ public:
         // Puts one record back; blocking, and may wait on the administrator prompt.
         std::function<RestoreRun::Report(const UninstallRecord &)> restore;
     };
-    // The history of the layout's home, put back through the real rights.
-    [[nodiscard]] static Dependencies defaultDependencies(const SystemLayout &layout);
-
-    // What the caller leaves out of `dependencies` is the real thing.
+    // What the caller leaves out of `dependencies` is the real thing: the history of the
+    // layout's home, put back through the real rights.
     explicit PutBackPresenter(const SystemLayout &layout, Dependencies dependencies = {},
                               QObject *parent = nullptr);
 

@@ -5,6 +5,7 @@
 // program of the user's plants before the uninstall or while the prompt is up. Every session
 // completes, the outcome is logged as for any item, and no file is ever lost or moved anywhere
 // but into the user's Trash.
+#include "Platform/MacTools.h"
 #include "Removal/AuthorizationService.h"
 #include "Removal/UninstallService.h"
 #include "fakemac/FakeMacRemovalTools.h"
@@ -33,7 +34,7 @@ using Behaviour = FakePrivilegedShell::Behaviour;
 const QString kCache = u"~/Library/Caches/com.acme.writer"_s;
 const QString kAdmin = u"/Library/Caches/com.acme.writer"_s;
 const QString kDaemon = u"/Library/LaunchDaemons/com.acme.writer.plist"_s;
-const QString kLsregister = UninstallService::lsregisterMacPath();
+const QString kLsregister = MacTools::lsregister();
 
 // How the privileged step goes.
 struct Run
@@ -81,9 +82,8 @@ class tst_RemovalFaults : public QObject
         m_shell = std::make_shared<FakePrivilegedShell>(run.behaviour);
         m_shell->duringPrompt = std::move(run.duringPrompt);
         UninstallService::Dependencies dependencies;
-        dependencies.authorization =
-            std::make_shared<const AuthorizationService>(m_mac->layout(), m_shell,
-                                                         FakePrivilegedShell::helper());
+        dependencies.authorization = std::make_shared<const AuthorizationService>(
+            m_mac->layout(), m_shell, FakePrivilegedShell::helper());
         dependencies.isWritable = [this](const QString &folder) {
             return !m_unwritable.contains(folder) && !m_unwritable.contains(u"*"_s);
         };

@@ -4,7 +4,6 @@
 #include "Platform/TrashMover.h"
 
 #include <QString>
-#include <optional>
 
 // macOS: the user's Trash through NSFileManager (FileManagerTrash.mm). The system picks the Trash
 // of the item's volume and a free name there, and the Finder can put the item back.
@@ -12,7 +11,4 @@ class FileManagerTrash : public TrashMover
 {
 public:
     [[nodiscard]] Result<QString> moveToTrash(const QString &path) const override;
-
-    // The first Trash folder NSFileManager names for the user; nothing when it names none.
-    [[nodiscard]] static std::optional<QString> trashDirectory();
 };

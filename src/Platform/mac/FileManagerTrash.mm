@@ -22,16 +22,3 @@ Result<QString> FileManagerTrash::moveToTrash(const QString &path) const
                            : QStringLiteral("The item could not be moved to the Trash."));
     }
 }
-
-std::optional<QString> FileManagerTrash::trashDirectory()
-{
-    @autoreleasepool {
-        NSArray<NSURL *> *folders =
-            [NSFileManager.defaultManager URLsForDirectory:NSTrashDirectory
-                                                 inDomains:NSUserDomainMask];
-        NSString *path = folders.firstObject.path; // no trailing "/"
-        if (path == nil || path.length == 0)
-            return std::nullopt;
-        return QString::fromNSString(path);
-    }
-}
