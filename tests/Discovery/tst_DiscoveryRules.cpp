@@ -24,14 +24,10 @@ class tst_DiscoveryRules : public QObject
 private slots:
     void locationsAndWhatItemsCarry_data();
     void locationsAndWhatItemsCarry() { check(); }
-    void nameContinuations_data();
-    void nameContinuations() { check(); }
+    void namesAndOtherApps_data();
+    void namesAndOtherApps() { check(); }
     void vendorAndSharedFolders_data();
     void vendorAndSharedFolders() { check(); }
-    void otherAppsKeepTheirs_data();
-    void otherAppsKeepTheirs() { check(); }
-    void launchJobs_data();
-    void launchJobs() { check(); }
 
 private:
     static void addColumn() { QTest::addColumn<QString>("scene"); }
@@ -146,9 +142,36 @@ void tst_DiscoveryRules::locationsAndWhatItemsCarry_data()
         [ ] /System/Applications/Chess.app | protected=yes; note=Part of macOS
         [x] ~/Library/Containers/com.apple.chess | protected=no
     )");
+    row("by name, even unreadable; by program; not when starting another app; helpers", R"(
+        /Applications/Writer.app|com.acme.writer
+        /Applications/Other.app|org.other.app
+        /Applications/Acme Sheets.app|com.acme.sheets
+        ~/Library/LaunchAgents/com.acme.writer.agent.plist => /usr/bin/true
+        ~/Library/LaunchAgents/com.acme.writer.broken.plist
+        /Library/LaunchDaemons/org.toolkit.daemon.plist => /Applications/Writer.app/Contents/MacOS/Writer
+        /Library/LaunchAgents/com.acme.writer.other.plist => /Applications/Other.app/Contents/MacOS/agent
+        /Library/LaunchAgents/com.acme.writer.gone.plist => /Applications/Gone.app/Contents/MacOS/agent
+        /Library/LaunchAgents/org.unrelated.plist => /usr/bin/true
+        /Library/PrivilegedHelperTools/{tool,tool.x,com.acme.writer.h,com.acme.helper}
+        /Library/PrivilegedHelperTools/sys = 300
+        ~/Library/LaunchAgents/com.acme.writer.u.plist => /Library/PrivilegedHelperTools/tool
+        /Library/LaunchDaemons/com.acme.writer.d.plist => /Library/PrivilegedHelperTools/sys
+        ~/Library/LaunchAgents/com.acme.writer.a.plist => /Library/PrivilegedHelperTools/com.acme.writer.h
+        /Library/LaunchDaemons/com.acme.writer.helper.plist => /Library/PrivilegedHelperTools/com.acme.helper
+        /Applications/Writer.app/Contents/Library/LoginItems/Writer Helper.app/Contents/MacOS/h
+        ~/Library/LaunchAgents/com.acme.writer.login.plist => /Applications/Writer.app/Contents/Library/LoginItems/Writer Helper.app/Contents/MacOS/h
+        [ ] /Library/PrivilegedHelperTools/com.acme.helper | note=Shared with Acme Sheets, left unselected
+        [x] /Library/PrivilegedHelperTools/com.acme.writer.h
+        [x] ~/Library/LaunchAgents/com.acme.writer.{a,agent,broken,login,u}.plist
+        [ ] /Library/PrivilegedHelperTools/tool
+        [x] /Library/LaunchAgents/com.acme.writer.gone.plist
+        [x] /Library/LaunchDaemons/com.acme.writer.d.plist | category=launchDaemons
+        [x] /Library/PrivilegedHelperTools/sys | category=helperTools; size=300
+        [x] /Library/LaunchDaemons/{com.acme.writer.helper,org.toolkit.daemon}.plist
+    )");
 }
 
-void tst_DiscoveryRules::nameContinuations_data()
+void tst_DiscoveryRules::namesAndOtherApps_data()
 {
     addColumn();
     row("separator, version, capital, run-on; Library, Shared, the home; shared folders", R"(
@@ -214,6 +237,39 @@ void tst_DiscoveryRules::nameContinuations_data()
         /Applications/Ink Editor.app|com.acme.ink
         ~/.ink/f
     )");
+    row("longer name, versioned identifier, linked Applications folder, linked vendor folder", R"(
+        /Applications/Writer.app|com.acme.writer
+        /Applications/Writer Pro.app|com.other.pro
+        /Applications/Writer 2.app|com.acme.writer2
+        /Applications/Draw.app|com.abc.draw
+        /opt/Suite/Sheets.app|com.acme.sheets
+        /Applications/Suite -> ../opt/Suite
+        /opt/Suite/loop -> ../../Applications
+        ~/Library/Application Support/{Writer Pro,Writer Backup}/f
+        ~/Library/Preferences/{com.acme.writer2,com.acme.sheets}.plist
+        ~/Library/Logs/Acme Tools/{Writer,Other}/log
+        /opt/x/Writer/f
+        /Users/Shared/Acme -> ../../opt/x
+        [x] ~/Library/Application Support/Writer Backup
+        [x] ~/Library/Logs/Acme Tools/Writer
+    )");
+    row("a group signed by an app of another namespace", R"(
+        /Applications/Cyber.app|ch.sudo.cyber|ABCDE12345.duck
+        /Applications/Mountain.app|io.mountain|ABCDE12345.duck
+        ~/Library/Preferences/ABCDE12345.duck.plist
+        [ ] ~/Library/Preferences/ABCDE12345.duck.plist
+    )");
+    row("vendor files naming another installed app", R"(
+        /Applications/Acme Edge.app|com.acme.edgemac
+        /Applications/Acme Word.app|com.acme.word
+        ~/Library/Preferences/{com.acme.Word7F3A,com.acme.WordHelper,com.acme.shared}.plist
+        [ ] ~/Library/Preferences/com.acme.shared.plist
+    )");
+    row("a namespace-wide identifier matches only whole", R"(
+        /Applications/Odd.app|com.apple
+        ~/Library/Preferences/{com.apple.finder.plist,com.apple.plist}
+        [x] ~/Library/Preferences/com.apple.plist
+    )");
 }
 
 void tst_DiscoveryRules::vendorAndSharedFolders_data()
@@ -271,76 +327,6 @@ void tst_DiscoveryRules::vendorAndSharedFolders_data()
           {"Profile", "~/.profile"}})
         row(app, u"/Applications/%1.app|com.acme.x1\n%2"_s.arg(QString::fromUtf8(app),
                                                                QString::fromUtf8(folder)));
-}
-
-void tst_DiscoveryRules::otherAppsKeepTheirs_data()
-{
-    addColumn();
-    row("longer name, versioned identifier, linked Applications folder, linked vendor folder", R"(
-        /Applications/Writer.app|com.acme.writer
-        /Applications/Writer Pro.app|com.other.pro
-        /Applications/Writer 2.app|com.acme.writer2
-        /Applications/Draw.app|com.abc.draw
-        /opt/Suite/Sheets.app|com.acme.sheets
-        /Applications/Suite -> ../opt/Suite
-        /opt/Suite/loop -> ../../Applications
-        ~/Library/Application Support/{Writer Pro,Writer Backup}/f
-        ~/Library/Preferences/{com.acme.writer2,com.acme.sheets}.plist
-        ~/Library/Logs/Acme Tools/{Writer,Other}/log
-        /opt/x/Writer/f
-        /Users/Shared/Acme -> ../../opt/x
-        [x] ~/Library/Application Support/Writer Backup
-        [x] ~/Library/Logs/Acme Tools/Writer
-    )");
-    row("a group signed by an app of another namespace", R"(
-        /Applications/Cyber.app|ch.sudo.cyber|ABCDE12345.duck
-        /Applications/Mountain.app|io.mountain|ABCDE12345.duck
-        ~/Library/Preferences/ABCDE12345.duck.plist
-        [ ] ~/Library/Preferences/ABCDE12345.duck.plist
-    )");
-    row("vendor files naming another installed app", R"(
-        /Applications/Acme Edge.app|com.acme.edgemac
-        /Applications/Acme Word.app|com.acme.word
-        ~/Library/Preferences/{com.acme.Word7F3A,com.acme.WordHelper,com.acme.shared}.plist
-        [ ] ~/Library/Preferences/com.acme.shared.plist
-    )");
-    row("a namespace-wide identifier matches only whole", R"(
-        /Applications/Odd.app|com.apple
-        ~/Library/Preferences/{com.apple.finder.plist,com.apple.plist}
-        [x] ~/Library/Preferences/com.apple.plist
-    )");
-}
-
-void tst_DiscoveryRules::launchJobs_data()
-{
-    addColumn();
-    row("by name, even unreadable; by program; not when starting another app; helpers", R"(
-        /Applications/Writer.app|com.acme.writer
-        /Applications/Other.app|org.other.app
-        /Applications/Acme Sheets.app|com.acme.sheets
-        ~/Library/LaunchAgents/com.acme.writer.agent.plist => /usr/bin/true
-        ~/Library/LaunchAgents/com.acme.writer.broken.plist
-        /Library/LaunchDaemons/org.toolkit.daemon.plist => /Applications/Writer.app/Contents/MacOS/Writer
-        /Library/LaunchAgents/com.acme.writer.other.plist => /Applications/Other.app/Contents/MacOS/agent
-        /Library/LaunchAgents/com.acme.writer.gone.plist => /Applications/Gone.app/Contents/MacOS/agent
-        /Library/LaunchAgents/org.unrelated.plist => /usr/bin/true
-        /Library/PrivilegedHelperTools/{tool,tool.x,com.acme.writer.h,com.acme.helper}
-        /Library/PrivilegedHelperTools/sys = 300
-        ~/Library/LaunchAgents/com.acme.writer.u.plist => /Library/PrivilegedHelperTools/tool
-        /Library/LaunchDaemons/com.acme.writer.d.plist => /Library/PrivilegedHelperTools/sys
-        ~/Library/LaunchAgents/com.acme.writer.a.plist => /Library/PrivilegedHelperTools/com.acme.writer.h
-        /Library/LaunchDaemons/com.acme.writer.helper.plist => /Library/PrivilegedHelperTools/com.acme.helper
-        /Applications/Writer.app/Contents/Library/LoginItems/Writer Helper.app/Contents/MacOS/h
-        ~/Library/LaunchAgents/com.acme.writer.login.plist => /Applications/Writer.app/Contents/Library/LoginItems/Writer Helper.app/Contents/MacOS/h
-        [ ] /Library/PrivilegedHelperTools/com.acme.helper | note=Shared with Acme Sheets, left unselected
-        [x] /Library/PrivilegedHelperTools/com.acme.writer.h
-        [x] ~/Library/LaunchAgents/com.acme.writer.{a,agent,broken,login,u}.plist
-        [ ] /Library/PrivilegedHelperTools/tool
-        [x] /Library/LaunchAgents/com.acme.writer.gone.plist
-        [x] /Library/LaunchDaemons/com.acme.writer.d.plist | category=launchDaemons
-        [x] /Library/PrivilegedHelperTools/sys | category=helperTools; size=300
-        [x] /Library/LaunchDaemons/{com.acme.writer.helper,org.toolkit.daemon}.plist
-    )");
 }
 
 QTEST_GUILESS_MAIN(tst_DiscoveryRules)
