@@ -38,14 +38,13 @@ private slots:
     void match_data();
     void match();
     void decisionDoesNotDependOnOrderOfIdentifiers();
-    void otherAppRefusal_data();
-    void otherAppRefusal();
     void launchItem_data();
     void launchItem();
 };
 
-// A file or folder name, matched as an entry of a location ("", names allowed or not there),
-// for an app without a vendor ("no vendor") or as a crash report ("crash").
+// A file or folder name, matched as an entry of a location (names allowed unless "how" is
+// empty) or as a crash report ("crash"); for Writer, a Writer without a vendor ("no vendor"),
+// a Writer whose name is Writer Pro's identifier ("named") or for Writer Pro ("as pro").
 void tst_MatchRules::match_data()
 {
     QTest::addColumn<QString>("name");
@@ -80,6 +79,11 @@ void tst_MatchRules::match_data()
     row("com.acme.common", "", vendor);
     row("com.acme.common", "no vendor", none); // vendor prefix only where there is one
     row("com.acmex.draw", "", none);
+    row("com.acme.writer.pro.plist", "", none); // Writer Pro's, and its identifier is longer
+    row("com.acme.writer.pro", "named", none);  // nor by name
+    row("com.acme.sheets.plist", "", none);
+    row("com.acme.writer.pro.plist", "as pro", exact);
+    row("com.acme.writer.pro", "as pro", exact);
     row("org.mozilla.firefox", "names", none);
     for (const char *name : {"Writer-2024-05-01-101010.ips", "Writer_2024-05-01_host.crash",
                              "writer.diag", "com.acme.writer.hang"})
@@ -97,6 +101,14 @@ void tst_MatchRules::match()
     Fingerprint fp = writer();
     if (how == u"no vendor"_s)
         fp.vendor = fp.vendorPrefix = QString();
+    if (how == u"named"_s)
+        fp.names.insert(u"com.acme.writer.pro"_s);
+    if (how == u"as pro"_s) {
+        fp.mainBundleID = u"com.acme.writer.pro"_s;
+        fp.bundleIDs = {fp.mainBundleID};
+        fp.otherAppIDs = {u"com.acme.writer"_s};
+        fp.orderIdentifiers();
+    }
     QCOMPARE(how == u"crash"_s ? MatchRules::matchCrashReport(name, fp)
                                : MatchRules::match(name, fp, how != u""_s),
              expected);
@@ -115,42 +127,6 @@ void tst_MatchRules::decisionDoesNotDependOnOrderOfIdentifiers()
              std::optional<Match>(Match::exact()));
     QCOMPARE(MatchRules::match(u"com.acme.writer.plist"_s, fp, false),
              std::optional<Match>(Match::shared({u"Acme Sheets"_s})));
-}
-
-void tst_MatchRules::otherAppRefusal_data()
-{
-    QTest::addColumn<QString>("mainID");
-    QTest::addColumn<QString>("other");
-    QTest::addColumn<QString>("name");
-    QTest::addColumn<bool>("matches");
-    const auto row = [](const char *name, const char *mainID, const char *other, bool matches) {
-        QTest::addRow("%s for %s", name, mainID)
-            << QString::fromUtf8(mainID) << QString::fromUtf8(other) << QString::fromUtf8(name)
-            << matches;
-    };
-    row("com.acme.writer.plist", "com.acme.writer", "com.acme.writer.pro", true);
-    row("com.acme.writer.pro.plist", "com.acme.writer", "com.acme.writer.pro", false);
-    row("com.acme.writer.pro", "com.acme.writer", "com.acme.writer.pro", false); // nor by name
-    row("com.acme.writer.pro.plist", "com.acme.writer.pro", "com.acme.writer", true);
-    row("com.acme.writer.pro", "com.acme.writer.pro", "com.acme.writer", true);
-    row("com.acme.sheets.plist", "com.acme.writer", "com.acme.sheets", false);
-}
-
-void tst_MatchRules::otherAppRefusal()
-{
-    QFETCH(QString, mainID);
-    QFETCH(QString, other);
-    QFETCH(QString, name);
-    QFETCH(bool, matches);
-    Fingerprint fp;
-    fp.mainBundleID = mainID;
-    fp.bundleIDs = {mainID};
-    fp.vendor = u"acme"_s;
-    fp.vendorPrefix = u"com.acme."_s;
-    fp.names = {u"com.acme.writer.pro"_s}; // a name that would take it otherwise
-    fp.otherAppIDs = {other};
-    fp.orderIdentifiers();
-    QCOMPARE(MatchRules::match(name, fp, true).has_value(), matches);
 }
 
 void tst_MatchRules::launchItem_data()
