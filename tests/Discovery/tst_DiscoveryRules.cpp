@@ -108,7 +108,7 @@ void tst_DiscoveryRules::locationsAndWhatItemsCarry_data()
         /Library/Caches/com.acme.writer.data
         ~/Library/Saved Application State/com.acme.writer.savedState/w
         ~/Library/Preferences/{com.acme.writer.plist,ByHost/com.acme.writer.0A1B.plist}
-        ~/Library/Application Support/Writer/db = 100
+        ~/Library/Application Support/Writer/db
         ~/Library/Application Support/Acme/f
         ~/Library/{Containers/com.acme.writer,Caches/com.acme.common}/x
         ~/Library/Group Containers/ABCDE12345.com.acme.shared/f
@@ -122,11 +122,11 @@ void tst_DiscoveryRules::locationsAndWhatItemsCarry_data()
         /usr/local/bin/writer-copy
         [x] /Applications/Writer.app | category=application; protected=no
         [x] ~/Library/Application Support/Acme | reason=vendor folder Acme
-        [x] ~/Library/Application Support/Writer | category=applicationSupport; size=100; reason=name Writer
+        [x] ~/Library/Application Support/Writer | category=applicationSupport; reason=name Writer
         [x] ~/Library/Containers/com.acme.writer | category=containers
         [x] ~/Library/Group Containers/ABCDE12345.com.acme.shared | reason=app group abcde12345.com.acme.shared
-        [x] ~/Library/Preferences/com.acme.writer.plist | category=preferences; reason=bundle identifier com.acme.writer
-        [x] ~/Library/Preferences/ByHost/com.acme.writer.0A1B.plist
+        [x] ~/Library/Preferences/com.acme.writer.plist | reason=bundle identifier com.acme.writer
+        [x] ~/Library/Preferences/ByHost/com.acme.writer.0A1B.plist | category=preferences
         [x] ~/Library/Caches/com.acme.common | reason=vendor com.acme
         [x] ~/Library/Saved Application State/com.acme.writer.savedState | category=savedState
         [x] ~/Library/Logs/DiagnosticReports/Writer-2024-05-01-101010.ips
@@ -312,12 +312,13 @@ void tst_DiscoveryRules::vendorAndSharedFolders_data()
         [x] ~/Library/Group Containers/group.com.acme.writer | note=
     )");
     row("electron namespace: no vendor files, no vendor name", R"(
-        /Applications/Notes.app|com.electron.notes|ABCDE12345.notes
-        /Applications/{Chat,Mail,Docs}.app|com.electron.chat|ABCDE12345.notes
+        /Applications/Notes.app|com.electron.notes|ABCDE12345.ns
+        /Applications/{Chat,Mail,Docs}.app|com.electron.chat|ABCDE12345.ns
         ~/Library/Application Support/{com.electron.chat,com.electron.shared}/x
-        ~/Library/Preferences/{com.electron.notes,ABCDE12345.notes}.plist
-        [ ] ~/Library/Preferences/ABCDE12345.notes.plist | note=Shared with 3 other Vendor apps, left unselected
+        ~/Library/Preferences/com.electron.notes.plist
+        ~/Library/Caches/ABCDE12345.ns/x
         [x] ~/Library/Preferences/com.electron.notes.plist
+        [ ] ~/Library/Caches/ABCDE12345.ns | note=Shared with 3 other Vendor apps, left unselected
     )");
     for (const auto &[app, folder] :
          {std::pair{"ByHost", "~/Library/Preferences/ByHost/x.plist"},
