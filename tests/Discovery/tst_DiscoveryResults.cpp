@@ -3,6 +3,8 @@
 
 #include <QTest>
 
+using namespace Qt::StringLiterals;
+
 class tst_DiscoveryResults : public QObject
 {
     Q_OBJECT
@@ -12,39 +14,33 @@ private slots:
     void acceptsInOrder();
 };
 
+// Paths below /h/Library/Application Support, offered in order, split at "|".
 void tst_DiscoveryResults::acceptsInOrder_data()
 {
-    QTest::addColumn<QStringList>("offered");
-    QTest::addColumn<QStringList>("kept");
-    const QString acme = QStringLiteral("/h/Library/Application Support/Acme");
-    const QString writer = acme + QStringLiteral("/Writer");
-    QTest::newRow("inside an earlier item") << QStringList{acme, writer} << QStringList{acme};
-    QTest::newRow("reverse order keeps both")
-        << QStringList{writer, acme} << QStringList{writer, acme};
-    QTest::newRow("same path twice") << QStringList{acme, acme} << QStringList{acme};
-    QTest::newRow("same path, other spelling")
-        << QStringList{acme, acme + QStringLiteral("/./")} << QStringList{acme};
-    QTest::newRow("common text prefix is not inside")
-        << QStringList{acme, acme + QStringLiteral(" Tools")}
-        << QStringList{acme, acme + QStringLiteral(" Tools")};
-    QTest::newRow("deep inside") << QStringList{acme, writer + QStringLiteral("/a/b/c")}
-                                 << QStringList{acme};
+    QTest::addColumn<QString>("offered");
+    QTest::addColumn<QString>("kept");
+    QTest::newRow("inside an earlier item") << u"Acme|Acme/Writer"_s << u"Acme"_s;
+    QTest::newRow("reverse order keeps both") << u"Acme/Writer|Acme"_s << u"Acme/Writer|Acme"_s;
+    QTest::newRow("same path, other spelling") << u"Acme|Acme/./"_s << u"Acme"_s;
+    QTest::newRow("text prefix is not inside") << u"Acme|Acme Tools"_s << u"Acme|Acme Tools"_s;
+    QTest::newRow("deep inside") << u"Acme|Acme/Writer/a/b/c"_s << u"Acme"_s;
 }
 
 void tst_DiscoveryResults::acceptsInOrder()
 {
-    QFETCH(QStringList, offered);
-    QFETCH(QStringList, kept);
+    QFETCH(QString, offered);
+    QFETCH(QString, kept);
+    const QString folder = u"/h/Library/Application Support/"_s;
     DiscoveryResults results;
-    for (const QString &path : offered) {
+    for (const QString &path : offered.split(u'|')) {
         FileItem item;
-        item.path = path;
+        item.path = folder + path;
         results.add(item);
     }
     QStringList paths;
     for (const FileItem &item : results.items())
-        paths.append(item.path);
-    QCOMPARE(paths, kept);
+        paths.append(item.path.mid(folder.size()));
+    QCOMPARE(paths, kept.split(u'|'));
 }
 
 QTEST_GUILESS_MAIN(tst_DiscoveryResults)

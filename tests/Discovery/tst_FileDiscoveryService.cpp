@@ -22,7 +22,10 @@ class tst_FileDiscoveryService : public QObject
     std::unique_ptr<DiscoveryScene> m_scene;
     AppInfo m_writer;
 
-    QList<FileItem> discover() const { return FileDiscoveryService(m_scene->layout()).discoverFiles(m_writer); }
+    QList<FileItem> discover() const
+    {
+        return FileDiscoveryService(m_scene->layout()).discoverFiles(m_writer);
+    }
 
 private slots:
     // The fake Macs are read as "nobody" below: folders must be open to others.
@@ -34,8 +37,7 @@ private slots:
     }
 
     void receiptsAndPackageTool();
-    void unreadableFoldersAreSkipped();
-    void hugeLaunchdJobIsJudgedByItsName();
+    void unreadableFoldersAndHugeJobs();
     void parallelDiscoveriesAgree();
     void fullDiskAccessProbe();
 };
@@ -55,21 +57,17 @@ void tst_FileDiscoveryService::receiptsAndPackageTool()
     m_scene->addApp(u"/opt/Tools/Writer Pro.app"_s, u"com.acme.writer.pro"_s);
     mac.addFile(u"~/Library/Caches/com.acme.writer.pro/x"_s, 1);
 
-    const QString receipts = u"/private/var/db/receipts/"_s;
-    QList<FileItem> items = discover();
-    QCOMPARE(m_scene->macPaths(items).mid(1),
-             (QStringList{u"~/Library/Caches/net.installer.wr"_s,
-                          receipts + u"com.acme.writer.extras.plist"_s,
-                          receipts + u"com.acme.writer.pkg.plist"_s,
-                          receipts + u"net.installer.wr.plist"_s}));
-    const auto size = [&](const QString &name) {
-        return QFileInfo(mac.path(receipts + name)).size();
+    // The receipt with the size of its bill of materials.
+    const auto receipt = [&](const QString &id, qint64 bom) {
+        const QString path = u"/private/var/db/receipts/%1.plist"_s.arg(id);
+        return u"[x] %1 | package=%2; size=%3"_s.arg(path, id).arg(
+            QFileInfo(mac.path(path)).size() + bom);
     };
-    QCOMPARE(items.at(2).packageID, u"com.acme.writer.extras"_s);
-    QCOMPARE(items.at(2).size, size(u"com.acme.writer.extras.plist"_s));
-    QCOMPARE(items.at(3).packageID, u"com.acme.writer.pkg"_s);
-    QCOMPARE(items.at(3).size, size(u"com.acme.writer.pkg.plist"_s) + 5000);
-    QCOMPARE(items.at(3).category, FileCategory::receipts);
+    QStringList expected{u"[x] ~/Library/Caches/net.installer.wr"_s,
+                         receipt(u"com.acme.writer.extras"_s, 0),
+                         receipt(u"com.acme.writer.pkg"_s, 5000) + u"; category=receipts"_s,
+                         receipt(u"net.installer.wr"_s, 2048)};
+    QCOMPARE(m_scene->shown(discover(), expected), expected);
     const QString query = u"kMDItemContentType == 'com.apple.application-bundle' && "
                           u"kMDItemCFBundleIdentifier == '%1*'c"_s;
     QList<QStringList> calls = mac.calls(); // in any order
@@ -82,13 +80,14 @@ void tst_FileDiscoveryService::receiptsAndPackageTool()
     // Without the tools the package tie and the app outside the Applications folders are lost.
     QVERIFY(QFile::remove(mac.path(u"/usr/sbin/pkgutil"_s)));
     QVERIFY(QFile::remove(mac.path(u"/usr/bin/mdfind"_s)));
-    QCOMPARE(m_scene->macPaths(discover()).mid(1),
-             (QStringList{u"~/Library/Caches/com.acme.writer.pro"_s,
-                          receipts + u"com.acme.writer.extras.plist"_s,
-                          receipts + u"com.acme.writer.pkg.plist"_s}));
+    expected.replace(0, u"[x] ~/Library/Caches/com.acme.writer.pro"_s);
+    expected.removeLast();
+    QCOMPARE(m_scene->shown(discover(), expected), expected);
 }
 
-void tst_FileDiscoveryService::unreadableFoldersAreSkipped()
+// Read as a user: a folder the user cannot list is skipped; a job too large to read is judged
+// by its name alone.
+void tst_FileDiscoveryService::unreadableFoldersAndHugeJobs()
 {
     FakeMac &mac = m_scene->mac();
     const auto open = QFile::ReadOwner | QFile::WriteOwner | QFile::ExeOwner | QFile::ReadGroup |
@@ -98,20 +97,6 @@ void tst_FileDiscoveryService::unreadableFoldersAreSkipped()
     mac.addFile(u"~/Library/Application Support/com.acme.writer/state"_s, 10);
     const QString support = mac.path(u"~/Library/Application Support"_s);
     QVERIFY(QFile::setPermissions(support, {}));
-    QList<FileItem> items;
-    {
-        UnprivilegedFiles unprivileged;
-        // Listing, not access(2): that one checks the real user, who is root.
-        QVERIFY(QDir(support).entryList(QDir::AllEntries | QDir::NoDotAndDotDot).isEmpty());
-        items = discover();
-    }
-    QVERIFY(QFile::setPermissions(support, open));
-    QCOMPARE(m_scene->macPaths(items).mid(1), QStringList{u"~/Library/Caches/com.acme.writer"_s});
-    QCOMPARE(items.at(1).size, 1000);
-}
-
-void tst_FileDiscoveryService::hugeLaunchdJobIsJudgedByItsName()
-{
     constexpr qint64 kFiftyMegabytes = 50 * 1024 * 1024;
     const QByteArray head = "<?xml version=\"1.0\" encoding=\"UTF-8\"?>\n<plist version=\"1.0\">"
                             "<dict><key>Label</key><string>com.acme.writer.sync</string>"
@@ -120,17 +105,25 @@ void tst_FileDiscoveryService::hugeLaunchdJobIsJudgedByItsName()
     const QByteArray huge =
         head + QByteArray(kFiftyMegabytes - head.size() - tail.size(), 'a') + tail;
     // Named after the app: found by its name, the contents never parsed.
-    m_scene->mac().addTextFile(u"~/Library/LaunchAgents/com.acme.writer.sync.plist"_s, huge);
+    mac.addTextFile(u"~/Library/LaunchAgents/com.acme.writer.sync.plist"_s, huge);
     // Named otherwise: its label would match, but a job this large is not read at all.
-    m_scene->mac().addTextFile(u"/Library/LaunchDaemons/org.example.sync.plist"_s, huge);
+    mac.addTextFile(u"/Library/LaunchDaemons/org.example.sync.plist"_s, huge);
     // The same label in a job of ordinary size (XML) is read and matched.
-    m_scene->mac().addPlist(u"/Library/LaunchAgents/org.example.small.plist"_s,
-                            QVariantMap{{u"Label"_s, u"com.acme.writer.sync"_s}});
-    const QList<FileItem> items = discover();
-    QCOMPARE(m_scene->macPaths(items).mid(1),
-             (QStringList{u"~/Library/LaunchAgents/com.acme.writer.sync.plist"_s,
-                          u"/Library/LaunchAgents/org.example.small.plist"_s}));
-    QCOMPARE(items.at(1).size, kFiftyMegabytes);
+    mac.addPlist(u"/Library/LaunchAgents/org.example.small.plist"_s,
+                 QVariantMap{{u"Label"_s, u"com.acme.writer.sync"_s}});
+    QList<FileItem> items;
+    {
+        UnprivilegedFiles unprivileged;
+        // Listing, not access(2): that one checks the real user, who is root.
+        QVERIFY(QDir(support).entryList(QDir::AllEntries | QDir::NoDotAndDotDot).isEmpty());
+        items = discover();
+    }
+    QVERIFY(QFile::setPermissions(support, open));
+    const QStringList expected{
+        u"[x] ~/Library/Caches/com.acme.writer | size=1000"_s,
+        u"[x] ~/Library/LaunchAgents/com.acme.writer.sync.plist | size=%1"_s.arg(kFiftyMegabytes),
+        u"[x] /Library/LaunchAgents/org.example.small.plist"_s};
+    QCOMPARE(m_scene->shown(items, expected), expected);
 }
 
 void tst_FileDiscoveryService::parallelDiscoveriesAgree()

@@ -2,7 +2,7 @@
 // Leftovers of a deleted app on a fake Mac where other apps are still installed.
 #include "Discovery/OrphanFinder.h"
 #include "fakemac/FakeMacTools.h"
-#include "support/TemporaryFakeMac.h"
+#include "support/DiscoveryScene.h"
 
 #include <QTest>
 
@@ -14,39 +14,18 @@ class TestOrphanFinder : public QObject
 {
     Q_OBJECT
 
-    std::unique_ptr<TemporaryFakeMac> m_mac;
-    QList<OrphanGroup> m_groups;
-
-    const OrphanGroup *groupOf(const QString &realPath, const FileItem **found) const
-    {
-        for (const OrphanGroup &group : m_groups) {
-            for (const FileItem &item : group.items) {
-                if (item.path == realPath) {
-                    *found = &item;
-                    return &group;
-                }
-            }
-        }
-        return nullptr;
-    }
+    DiscoveryScene m_scene;
+    // Each item found, by Mac path, with the name of its group.
+    QHash<QString, std::pair<QString, FileItem>> m_found;
 
 private slots:
     void initTestCase()
     {
-        m_mac = std::make_unique<TemporaryFakeMac>();
-        QVERIFY(m_mac->isValid());
-        FakeMacTools::installPkgutil(*m_mac);
-        FakeMacTools::installMdfind(*m_mac);
-        FakeMac::App app;
-        app.path = u"/Applications/Writer.app"_s;
-        app.identifier = u"com.acme.writer"_s;
-        m_mac->addApp(app);
-        FakeMacTools::addPackage(*m_mac, {u"com.acme.writer.pkg"_s, {app.path}});
+        FakeMac &mac = m_scene.mac();
+        m_scene.addApp(u"/Applications/Writer.app"_s, u"com.acme.writer"_s);
+        FakeMacTools::addPackage(mac, {u"com.acme.writer.pkg"_s, {u"/Applications/Writer.app"_s}});
         // Installed outside the Applications folders: only the metadata index knows it.
-        app.path = u"/opt/Sketchbook.app"_s;
-        app.identifier = u"org.inkwell.sketchbook"_s;
-        m_mac->addApp(app);
-        FakeMacTools::indexApp(*m_mac, app.identifier, app.path);
+        m_scene.addApp(u"/opt/Sketchbook.app"_s, u"org.inkwell.sketchbook"_s);
         const QStringList files{
             u"~/Library/Preferences/com.brushco.painter.plist"_s,
             u"~/Library/Application Support/Painter/data"_s,
@@ -62,24 +41,24 @@ private slots:
             u"~/Library/Preferences/ByHost/com.brushco.painter.ABC.plist"_s,
         };
         for (const QString &file : files)
-            m_mac->addTextFile(file, "x");
-        m_mac->addFolder(u"~/Library/Group Containers/ABCDE12345.com.brushco.painter"_s);
-        FakeMacTools::addPackage(*m_mac, {u"com.brushco.painter.pkg"_s, {}});
-        m_mac->addPlist(
-            u"~/Library/LaunchAgents/com.brushco.painter.agent.plist"_s,
-            QVariantMap{{u"Label"_s, u"com.brushco.painter.agent"_s},
-                        {u"Program"_s, u"/Applications/Painter.app/Contents/MacOS/P"_s}});
-        m_mac->addPlist(
-            u"~/Library/LaunchAgents/org.other.sync.plist"_s,
-            QVariantMap{{u"Label"_s, u"org.other.sync"_s},
-                        {u"Program"_s, u"/Applications/Writer.app/Contents/MacOS/W"_s}});
+            mac.addTextFile(file, "x");
+        mac.addFolder(u"~/Library/Group Containers/ABCDE12345.com.brushco.painter"_s);
+        FakeMacTools::addPackage(mac, {u"com.brushco.painter.pkg"_s, {}});
+        mac.addPlist(u"~/Library/LaunchAgents/com.brushco.painter.agent.plist"_s,
+                     QVariantMap{{u"Label"_s, u"com.brushco.painter.agent"_s},
+                                 {u"Program"_s, u"/Applications/Painter.app/Contents/MacOS/P"_s}});
+        mac.addPlist(u"~/Library/LaunchAgents/org.other.sync.plist"_s,
+                     QVariantMap{{u"Label"_s, u"org.other.sync"_s},
+                                 {u"Program"_s, u"/Applications/Writer.app/Contents/MacOS/W"_s}});
         // A FIFO where a job is expected must not hang the search.
-        QCOMPARE(
-            ::mkfifo(QFile::encodeName(m_mac->path(u"~/Library/LaunchAgents/com.fifo.x.plist"_s))
-                         .constData(),
-                     0600),
-            0);
-        m_groups = OrphanFinder(m_mac->layout()).find();
+        QCOMPARE(::mkfifo(QFile::encodeName(mac.path(u"~/Library/LaunchAgents/com.fifo.x.plist"_s))
+                              .constData(),
+                          0600),
+                 0);
+        for (const OrphanGroup &group : OrphanFinder(m_scene.layout()).find()) {
+            for (const FileItem &item : group.items)
+                m_found.insert(m_scene.macPathOf(item.path), {group.name, item});
+        }
     }
 
     // Expected: "[x] group" selected, "[ ] group" listed unselected, "" not listed at all.
@@ -117,20 +96,18 @@ private slots:
     {
         QFETCH(QString, macPath);
         QFETCH(QString, expected);
-        const FileItem *item = nullptr;
-        const OrphanGroup *found = groupOf(m_mac->path(macPath), &item);
-        QCOMPARE(found ? (item->isSelected ? u"[x] "_s : u"[ ] "_s) + found->name : QString(),
+        const auto [group, item] = m_found.value(macPath); // no group when not listed
+        QCOMPARE(group.isEmpty() ? group : (item.isSelected ? u"[x] "_s : u"[ ] "_s) + group,
                  expected);
-        QVERIFY(!found || (item->note && !item->note->isEmpty()));
+        QVERIFY(group.isEmpty() || (item.note && !item.note->isEmpty()));
     }
 
     void receiptCarriesItsPackageAndBillOfMaterials()
     {
-        const FileItem *item = nullptr;
-        QVERIFY(groupOf(m_mac->path(u"/private/var/db/receipts/com.brushco.painter.pkg.plist"_s),
-                        &item));
-        QCOMPARE(item->packageID, u"com.brushco.painter.pkg"_s);
-        QVERIFY(item->size > 2048);
+        const FileItem item =
+            m_found.value(u"/private/var/db/receipts/com.brushco.painter.pkg.plist"_s).second;
+        QCOMPARE(item.packageID, u"com.brushco.painter.pkg"_s);
+        QVERIFY(item.size > 2048);
     }
 };
 

@@ -27,12 +27,16 @@ class tst_SizeMeasurer : public QObject
 
 private slots:
     void measures();
-    void unreadablePartsAddNothing();
 };
 
 void tst_SizeMeasurer::measures()
 {
+    // Read as a user below: the way down must be open to others, whatever the umask.
+    ::umask(022);
     QTemporaryDir dir;
+    const auto open = QFileDevice::ReadOwner | QFileDevice::WriteOwner | QFileDevice::ExeOwner |
+                      QFileDevice::ReadOther | QFileDevice::ExeOther;
+    QVERIFY(QFile::setPermissions(dir.path(), open));
     FakeMac mac(dir.path());
     const QString big = mac.addFile(u"/data/big.bin"_s, 50'000'000);
     const QString item = u"/t/App.bundle"_s;
@@ -54,11 +58,19 @@ void tst_SizeMeasurer::measures()
     // Neither a file nor a link: adds nothing.
     QCOMPARE(::mkfifo(QFile::encodeName(mac.path(item + u"/Contents/pipe"_s)).constData(), 0600),
              0);
+    // What the user cannot read adds nothing either.
+    mac.addFile(item + u"/Locked/hidden"_s, 5000);
     const QString empty = mac.addFolder(u"/t/Empty"_s);
     mac.addFolder(u"/t/Nested/a/b"_s);
+    QVERIFY(QFile::setPermissions(mac.path(item + u"/Locked"_s), QFileDevice::WriteOwner));
+    const qint64 size = [&] {
+        const UnprivilegedFiles asUser;
+        return SizeMeasurer::itemSize(mac.path(item));
+    }();
+    QVERIFY(QFile::setPermissions(mac.path(item + u"/Locked"_s), open));
 
     // Files and links below, never what the links point at, nor loops; folders add nothing.
-    QCOMPARE(SizeMeasurer::itemSize(mac.path(item)), 1000 + 200 + 30 + 300 + 700 + links);
+    QCOMPARE(size, 1000 + 200 + 30 + 300 + 700 + links);
     QCOMPARE(SizeMeasurer::itemSize(big), 50'000'000);
     // A link as the item measures the link, even when it points at a folder.
     const QString linkToDir = mac.path(item + u"/data"_s);
@@ -69,27 +81,6 @@ void tst_SizeMeasurer::measures()
     QCOMPARE(SizeMeasurer::itemSize(empty), ownSize(empty));
     QCOMPARE(SizeMeasurer::itemSize(mac.path(u"/t/Nested"_s)), ownSize(mac.path(u"/t/Nested"_s)));
     QCOMPARE(SizeMeasurer::itemSize(mac.path(u"/t/missing"_s)), 0);
-}
-
-void tst_SizeMeasurer::unreadablePartsAddNothing()
-{
-    QTemporaryDir dir;
-    FakeMac mac(dir.path());
-    mac.addFile(u"/t/Item/readable"_s, 700);
-    mac.addFile(u"/t/Item/Locked/hidden"_s, 5000);
-    // Whatever the umask: the way down to the item is open to others.
-    const auto open = QFileDevice::ReadOwner | QFileDevice::WriteOwner | QFileDevice::ExeOwner |
-                      QFileDevice::ReadOther | QFileDevice::ExeOther;
-    for (const QString &folder : {dir.path(), mac.path(u"/t"_s), mac.path(u"/t/Item"_s)})
-        QVERIFY(QFile::setPermissions(folder, open));
-    const QString locked = mac.path(u"/t/Item/Locked"_s);
-    QVERIFY(QFile::setPermissions(locked, QFileDevice::WriteOwner));
-    const qint64 size = [&] {
-        const UnprivilegedFiles asUser;
-        return SizeMeasurer::itemSize(mac.path(u"/t/Item"_s));
-    }();
-    QFile::setPermissions(locked, open);
-    QCOMPARE(size, 700);
 }
 
 QTEST_GUILESS_MAIN(tst_SizeMeasurer)

@@ -8,8 +8,8 @@
 #include <QStringList>
 #include <QTemporaryDir>
 
-// A fresh fake Mac made current, with helpers to describe apps and read discovery results in
-// Mac terms ("~/Library/Caches/x", "/Library/LaunchDaemons/y.plist").
+// A fresh fake Mac with helpers to describe apps and read discovery results in Mac terms
+// ("~/Library/Caches/x", "/Library/LaunchDaemons/y.plist").
 class DiscoveryScene
 {
 public:
@@ -17,17 +17,20 @@ public:
 
     FakeMac &mac() { return m_mac; }
     [[nodiscard]] SystemLayout layout() const { return m_mac.layout(); }
-    // Adds the app (executable named after the bundle) and returns its record.
+    // Adds the app (executable named after the bundle) and returns its record as the controller
+    // would make it.
     AppInfo addApp(const QString &macPath, const QString &identifier,
                    const QStringList &appGroups = {}, const QVariantMap &info = {});
-    // The record of a bundle as the controller would make it.
-    [[nodiscard]] AppInfo appInfo(const QString &macPath, const QString &identifier) const;
 
     // The Mac path ("~/..." under the home) of a real path.
     [[nodiscard]] QString macPathOf(const QString &realPath) const;
     [[nodiscard]] QStringList macPaths(const QList<FileItem> &items) const;
-    // The item at a Mac path, or nullptr.
-    [[nodiscard]] const FileItem *find(const QList<FileItem> &items, const QString &macPath) const;
+    // The items as the expected lines write them: "[x] path" for a selected item, "[ ] path" for
+    // one left to the user, then " | key=value; ..." with the fields the expected line of that
+    // path asks for (category, size, confidence, note, reason, package, protected). The first
+    // item (the bundle) only when expected lists it.
+    [[nodiscard]] QStringList shown(const QList<FileItem> &items,
+                                    const QStringList &expected) const;
 
 private:
     QTemporaryDir m_dir;
