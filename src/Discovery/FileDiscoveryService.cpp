@@ -62,8 +62,8 @@ void FileDiscoveryService::report(const AppInfo &app, const QString &location) c
         m_progress(app.displayName(), location);
 }
 
-bool FileDiscoveryService::hasFullDiskAccess(const SystemLayout &layout)
+bool FileDiscoveryService::hasFullDiskAccess() const
 {
-    QFile database(layout.path(u"/Library/Application Support/com.apple.TCC/TCC.db"_s));
+    QFile database(m_layout.path(u"/Library/Application Support/com.apple.TCC/TCC.db"_s));
     return database.open(QIODevice::ReadOnly);
 }

@@ -29,7 +29,7 @@ public:
     [[nodiscard]] virtual QList<FileItem> discoverFiles(const AppInfo &app) const;
 
     // Whether this process can read the folders the system protects.
-    [[nodiscard]] static bool hasFullDiskAccess(const SystemLayout &layout);
+    [[nodiscard]] bool hasFullDiskAccess() const;
 
 private:
     void report(const AppInfo &app, const QString &location) const;

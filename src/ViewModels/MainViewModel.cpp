@@ -39,13 +39,15 @@ bool hasStatus(const QList<QSharedPointer<UninstallSession>> &sessions, Uninstal
     return std::any_of(sessions.cbegin(), sessions.cend(),
                        [kind](const auto &session) { return session->status().kind() == kind; });
 }
+
 MainViewModel::Dependencies realDependencies(const SystemLayout &layout)
 {
+    const auto discovery = std::make_shared<FileDiscoveryService>(layout);
     return MainViewModel::Dependencies{
-        std::make_shared<FileDiscoveryService>(layout),
+        discovery,
         std::make_shared<UninstallService>(layout),
         [] { return Bundle::mainBundleIdentifier(); },
-        [layout] { return FileDiscoveryService::hasFullDiskAccess(layout); },
+        [discovery] { return discovery->hasFullDiskAccess(); },
         [](const QUrl &) {},
         [](const QString &) {},
         [](const QByteArray &icon) { return icon; },

@@ -148,9 +148,9 @@ void tst_FileDiscoveryService::parallelDiscoveriesAgree()
 
 void tst_FileDiscoveryService::fullDiskAccessProbe()
 {
-    QVERIFY(!FileDiscoveryService::hasFullDiskAccess(m_scene->layout()));
+    QVERIFY(!FileDiscoveryService(m_scene->layout()).hasFullDiskAccess());
     m_scene->mac().addFile(u"/Library/Application Support/com.apple.TCC/TCC.db"_s, 10);
-    QVERIFY(FileDiscoveryService::hasFullDiskAccess(m_scene->layout()));
+    QVERIFY(FileDiscoveryService(m_scene->layout()).hasFullDiskAccess());
 }
 
 QTEST_GUILESS_MAIN(tst_FileDiscoveryService)
