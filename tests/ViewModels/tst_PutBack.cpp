@@ -87,44 +87,21 @@ private slots:
         QVERIFY(cell(model, 0, Role::accessibleName).toString().contains(shown));
     }
 
-    void recordOfTheRunJustFinished_data()
-    {
-        QTest::addColumn<int>("startedAfter");
-        QTest::addColumn<QString>("expected");
-
-        QTest::newRow("the newest since the start") << 0 << u"late"_s;
-        QTest::newRow("an earlier run is never taken") << 5 << QString();
-        QTest::newRow("the start itself counts") << 3 << u"late"_s;
-    }
-
+    // The newest record since the start, the start itself included; never an earlier run's.
     void recordOfTheRunJustFinished()
     {
-        QFETCH(int, startedAfter);
         const QList<UninstallRecord> records{record(u"before"_s, -10, {}), record(u"late"_s, 3, {}),
                                              record(u"early"_s, 1, {})};
-        const auto chosen =
-            PutBackPresenter::recordStartedAt(records, kStart.addSecs(startedAfter));
-        QTEST(chosen ? chosen->fileName : QString(), "expected");
+        QStringList chosen;
+        for (const int startedAfter : {0, 3, 5}) {
+            const auto found =
+                PutBackPresenter::recordStartedAt(records, kStart.addSecs(startedAfter));
+            chosen << (found ? found->fileName : u"none"_s);
+        }
+        QCOMPARE(chosen, (QStringList{u"late"_s, u"late"_s, u"none"_s}));
     }
 
-    void headline_data()
-    {
-        QTest::addColumn<QList<Outcome>>("outcomes");
-        QTest::addColumn<QString>("headline");
-
-        QTest::newRow("everything")
-            << QList{Outcome::restored, Outcome::forgotten} << u"Everything Is Back"_s;
-        QTest::newRow("something occupied its place")
-            << QList{Outcome::restored, Outcome::occupied} << u"Some Items Stayed in the Trash"_s;
-        QTest::newRow("prompt dismissed") << QList{Outcome::canceled} << u"Nothing was put back"_s;
-    }
-
-    void headline()
-    {
-        QFETCH(QList<Outcome>, outcomes);
-        QTEST(PutBackPresenter::headlineFor(report(outcomes)), "headline");
-    }
-
+    // What stayed in the Trash comes first, with the reason, and the headline says so.
     void reportListsWhatStayedFirst()
     {
         RestoreReportModel model;
@@ -143,6 +120,9 @@ private slots:
         QCOMPARE(paths, QStringList({u"/item/1"_s, u"/item/3"_s, u"/item/0"_s, u"/item/2"_s}));
         QCOMPARE(back, QList({false, false, true, true}));
         QVERIFY(cell(model, 1, Role::outcomeText).toString().endsWith(u"Permission denied"_s));
+        QCOMPARE(PutBackPresenter::headlineFor(run), u"Some Items Stayed in the Trash"_s);
+        QCOMPARE(PutBackPresenter::headlineFor(report({Outcome::canceled})),
+                 u"Nothing was put back"_s);
     }
 
     // The row's record is put back, once, and the history is read again afterwards.
@@ -158,7 +138,7 @@ private slots:
             running.acquire();
             restored << chosen.fileName;
             stored[0].items[0].state = State::restored;
-            return report({Outcome::restored});
+            return report({Outcome::restored, Outcome::forgotten}); // both count as back
         };
         PutBackPresenter presenter(SystemLayout(u"/"_s), dependencies);
         presenter.loadHistory();

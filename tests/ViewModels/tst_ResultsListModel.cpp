@@ -1,6 +1,10 @@
 // SPDX-License-Identifier: MIT
+// The lists of the results screen: the files, the summary, the log, and the symbols they show.
 #include "Discovery/DiscoveryResults.h"
+#include "ViewModels/LogListModel.h"
 #include "ViewModels/ResultsListModel.h"
+#include "ViewModels/SummaryListModel.h"
+#include "ViewModels/SymbolImages.h"
 #include "fakemac/FakeMac.h"
 
 #include <QAbstractItemModelTester>
@@ -41,10 +45,7 @@ private:
     }
 
 private slots:
-    void initTestCase()
-    {
-        m_mac = std::make_unique<FakeMac>(m_dir.path());
-    }
+    void initTestCase() { m_mac = std::make_unique<FakeMac>(m_dir.path()); }
 
     // One app: its files under category headers in declaration order, each row saying in words
     // what it shows.
@@ -283,6 +284,87 @@ private slots:
                 shown.append(at(model, row, Role::displayPath).toString());
         }
         QCOMPARE(shown, paths);
+    }
+
+    // The summary's rows follow the sessions without a reset; the last row alone has no divider.
+    void summaryRowsFollowTheSessions()
+    {
+        AppInfo info;
+        info.name = u"C.app"_s;
+        UninstallSession a(AppInfo{}), b(AppInfo{}), c(info);
+        c.setRemovedCount(3);
+        c.setFailedCount(1);
+        SummaryListModel model;
+        QAbstractItemModelTester tester(&model);
+        QSignalSpy reset(&model, &QAbstractItemModel::modelReset);
+        const auto cell = [&model](int row, SummaryListModel::Role role) {
+            return model.data(model.index(row), int(role));
+        };
+        model.setSessions({&a});
+        model.setSessions({&a, &b, &c});
+        QCOMPARE(model.rowCount(), 3);
+        QVERIFY(!cell(0, SummaryListModel::Role::isLast).toBool());
+        model.setSessions({&c});
+        QCOMPARE(cell(0, SummaryListModel::Role::name).toString(), u"C"_s);
+        QVERIFY(
+            cell(0, SummaryListModel::Role::removedText).toString().startsWith(u"3 files · "_s));
+        QCOMPARE(cell(0, SummaryListModel::Role::failedText).toString(),
+                 u"1 couldn't be removed"_s);
+        QVERIFY(cell(0, SummaryListModel::Role::isLast).toBool());
+        QCOMPARE(reset.count(), 0);
+    }
+
+    // One app's log entries stand alone; with several, each entry joins its app's block under a
+    // heading, also when it comes later. Times show hours and minutes only.
+    void logEntriesJoinTheirSessionsBlock()
+    {
+        AppInfo info[3];
+        for (int i = 0; i < 3; ++i)
+            info[i].name = QChar(u'A' + i);
+        UninstallSession a(info[0]), b(info[1]), c(info[2]);
+        LogListModel model;
+        QAbstractItemModelTester tester(&model);
+        const auto cell = [&model](int row, LogListModel::Role role) {
+            return model.data(model.index(row), int(role));
+        };
+        const auto rows = [&] {
+            QStringList list;
+            for (int row = 0; row < model.rowCount(); ++row) {
+                const QString message = cell(row, LogListModel::Role::message).toString();
+                list.append(cell(row, LogListModel::Role::isHeading).toBool() ? u'#' + message
+                                                                              : message);
+            }
+            return list;
+        };
+        model.setSessions({&a});
+        QVERIFY(model.isEmpty());
+        a.addLog(u"Found 2 files (1 KB)"_s, true);
+        QCOMPARE(rows(), QStringList{u"Found 2 files (1 KB)"_s});
+        QCOMPARE(cell(0, LogListModel::Role::symbol).toString(), u"checkmark.circle.fill"_s);
+        b.addLog(u"b1"_s, true);
+        model.setSessions({&a, &b, &c});
+        c.addLog(u"c1"_s, false);
+        a.addLog(u"a2"_s, false);
+        QCOMPARE(rows(), (QStringList{u"#A"_s, u"Found 2 files (1 KB)"_s, u"a2"_s, u"#B"_s, u"b1"_s,
+                                      u"#C"_s, u"c1"_s}));
+        QCOMPARE(cell(2, LogListModel::Role::isSuccess).toBool(), false);
+        QCOMPARE(cell(2, LogListModel::Role::symbol).toString(), u"xmark.circle.fill"_s);
+        const QString time = LogListModel::timeText(QDateTime(QDate(2024, 5, 1), QTime(14, 7, 33)));
+        QVERIFY2(time.contains(u"07"_s) && !time.contains(u"33"_s) && !time.contains(u"2024"_s),
+                 qPrintable(time));
+    }
+
+    void everySymbolHasABundledIcon()
+    {
+        QStringList symbols = SymbolImages::allSymbols();
+        for (const FileCategory category : allFileCategories())
+            symbols.append(SymbolImages::categorySymbol(category));
+        for (const QString &symbol : std::as_const(symbols)) {
+            const QString file = SymbolImages::iconFile(symbol);
+            QVERIFY2(!file.isEmpty(), qPrintable(symbol));
+            QVERIFY2(QFile::exists(QStringLiteral(QUENZO_SOURCE_DIR "/src/Views/icons/") + file),
+                     qPrintable(file));
+        }
     }
 };
 

@@ -57,8 +57,8 @@ TestCase {
         return url
     }
 
-    function addApp(name, identifier) {
-        return fixture.addApp("/Applications/" + name + ".app", identifier, "1", "#3388ff")
+    function addApp(name) {
+        return fixture.addApp("/Applications/" + name + ".app", "com.example." + name, "1", "#3388ff")
     }
 
     function dropAndWait(urls) {
@@ -66,20 +66,6 @@ TestCase {
         tryCompare(viewModel, "isScanning", false)
         tryVerify(() => findChild(view, "resultsBody") !== null)
         tryVerify(() => child("resultsBody").state !== ResultsPresenter.Scanning)
-    }
-
-    // Apps with enough files each that the list scrolls.
-    function dropApps(names, heldIdentifier) {
-        const urls = names.map(name => addApp(name, "com.example." + name))
-        for (const name of names) {
-            for (const place of ["Caches/com.example.", "Application Support/", "Logs/",
-                                 "HTTPStorages/com.example."])
-                fixture.addFile("~/Library/" + place + name + "/data", 100)
-        }
-        if (heldIdentifier)
-            fixture.holdScan(heldIdentifier)
-        verify(view.handleDrop(urls))
-        tryVerify(() => findChild(view, "resultsList") !== null)
     }
 
     function fileRows() {
@@ -98,12 +84,35 @@ TestCase {
         tryCompare(confirmation, "visible", false)
     }
 
+    // The items a keyboard reaches, in visible order.
+    function interactiveItems(item, found) {
+        if (!item.visible)
+            return found
+        if (item.focusPolicy !== undefined && (item.focusPolicy & Qt.TabFocus) && item.enabled)
+            found.push(item)
+        for (let i = 0; i < item.children.length; ++i)
+            interactiveItems(item.children[i], found)
+        return found
+    }
+
+    // Every control the keyboard reaches has a name of its own, `named` among them.
+    function verifyControlsNamed(named) {
+        const names = new Set()
+        for (const item of interactiveItems(view, [])) {
+            const name = item.Accessible.name
+            verify(name && name.length > 0, "unnamed " + item)
+            verify(!names.has(name), "named twice: " + name)
+            names.add(name)
+        }
+        verify(names.has(named), named)
+    }
+
     function test_dropZone() {
         fixture.fullDiskAccess = false
         viewModel.refreshFullDiskAccess()
         show()
         const button = child("fullDiskAccessButton")
-        compare(button.text, "Allow Full Disk Access to find every leftover")
+        verifyControlsNamed("Allow Full Disk Access to find every leftover")
         mouseClick(button)
         compare(fixture.openedUrls, ["x-apple.systempreferences:com.apple.preference.security?Privacy_AllFiles"])
         fixture.fullDiskAccess = true
@@ -130,21 +139,18 @@ TestCase {
     // Writer with a daemon through the whole run, the administrator prompt answering as each row
     // says: what the screen shows, where the files end up, the log, and Put Back when granted.
     function test_uninstall_data() {
-        const failed = "Failed to remove: " + daemon + " - "
         return [
             { tag: "granted", shell: "run", removed: 3, headline: "Uninstall Complete",
               subline: "Files moved to Trash can be restored from Finder if needed.",
               symbol: "checkmark.circle.fill", failedText: "",
               logTail: ["✓ Uninstall completed successfully. 3 items moved to the Trash."] },
             { tag: "prompt cancelled", shell: "cancel", removed: 2,
-              logTail: [failed + "Administrator permission was canceled"] },
-            { tag: "script failed", shell: "fail", removed: 2,
-              logTail: [failed + "Failed to remove files with admin privileges: The disk is on fire."] },
-        ].map(row => row.removed === 3 ? row : Object.assign(row, {
-            headline: "Finished with Some Errors", symbol: "exclamationmark.circle.fill",
-            subline: "Some files couldn't be removed. Check the logs for details.",
-            failedText: "1 couldn't be removed",
-            logTail: row.logTail.concat(["⚠ Uninstall completed with errors. 2 succeeded, 1 failed, 0 skipped."]) }))
+              headline: "Finished with Some Errors", symbol: "exclamationmark.circle.fill",
+              subline: "Some files couldn't be removed. Check the logs for details.",
+              failedText: "1 couldn't be removed",
+              logTail: ["Failed to remove: " + daemon + " - Administrator permission was canceled",
+                        "⚠ Uninstall completed with errors. 2 succeeded, 1 failed, 0 skipped."] },
+        ]
     }
 
     function test_uninstall(data) {
@@ -157,6 +163,7 @@ TestCase {
         compare(child("headerDetail").text, "com.example.Writer")
         compare(child("headerVersion").text, "Version 1.2")
         verify(child("fullDiskAccessBanner").visible)
+        verifyControlsNamed("Select all in Caches")
         const overlay = child("dropOverlay")
         view.isTargeted = true
         verify(overlay.visible)
@@ -268,7 +275,8 @@ TestCase {
     }
 
     // Space toggles a row; Return opens the confirmation whose default is Cancel; with nothing
-    // selected Return does nothing; Escape leaves the results.
+    // selected Return does nothing; a row's menu copies its path and opens its folder; Escape
+    // leaves the results.
     function test_keyboard() {
         show()
         dropAndWait([addWriter(false)])
@@ -284,6 +292,8 @@ TestCase {
         const confirmation = child("confirmationAlert")
         keyClick(Qt.Key_Return)
         tryCompare(confirmation, "opened", true)
+        verify(/^Are you sure you want to remove Writer\?\n\nThis will move 2 files \([0-9.]+ KB\) to the Trash\.$/
+               .test(confirmation.message), confirmation.message)
         keyClick(Qt.Key_Return)
         tryCompare(confirmation, "visible", false)
         wait(100)
@@ -296,59 +306,18 @@ TestCase {
         compare(child("footerTitle").text, "0 files selected")
         keyClick(Qt.Key_Return)
         verify(!confirmation.visible)
+
+        const menu = findChild(child("resultsList"), "rowMenu")
+        for (const item of ["revealItem", "copyPathItem"]) {
+            mouseClick(fileRows()[1], 100, 10, Qt.RightButton)
+            tryCompare(menu, "opened", true)
+            mouseClick(findChild(menu.contentItem, item) || menu.itemAt(item === "revealItem" ? 0 : 1))
+            tryCompare(menu, "visible", false)
+        }
+        verify(fixture.openedUrls[0].endsWith("/Library/Caches"), fixture.openedUrls[0])
+        compare(fixture.copiedTexts, ["~/Library/Caches/com.example.Writer"])
         keyClick(Qt.Key_Escape)
         tryCompare(viewModel, "sessionCount", 0)
-    }
-
-    function test_rowMenu_data() {
-        return [{ tag: "copy", item: "copyPathItem", check: () => compare(fixture.copiedTexts, [daemon]) },
-                { tag: "reveal", item: "revealItem",
-                  check: () => verify(fixture.openedUrls[0].endsWith("/Library/LaunchDaemons")) }]
-    }
-
-    function test_rowMenu(data) {
-        show()
-        dropAndWait([addWriter(true)])
-        tryVerify(() => fileRows().length === 3)
-        mouseClick(fileRows()[2], 100, 10, Qt.RightButton)
-        const menu = findChild(child("resultsList"), "rowMenu")
-        tryCompare(menu, "opened", true)
-        mouseClick(findChild(menu.contentItem, data.item) || menu.itemAt(data.item === "revealItem" ? 0 : 1))
-        tryCompare(menu, "visible", false)
-        data.check()
-    }
-
-    // One app still scanning keeps the list and its own row; five apps; then a system app alone.
-    function test_severalApps() {
-        show()
-        const names = ["A", "B", "C", "D", "E"]
-        fixture.holdScan("com.example.B")
-        verify(view.handleDrop(names.map(name => addApp(name, "com.example." + name))))
-        tryVerify(() => findChild(view, "resultsBody") !== null)
-        tryCompare(session(0), "fileCount", 1)
-        tryCompare(child("resultsBody"), "state", ResultsPresenter.AppList)
-        verify(viewModel.isScanning)
-        verify(!child("primaryButton").enabled)
-        fixture.releaseScans()
-        tryCompare(child("primaryButton"), "enabled", true)
-        compare(child("footerTitle").text, "5 files selected")
-        compare(child("headerTitle").text, "5 Apps")
-        compare(child("headerDetail").text, "A, B, C, D, E")
-        compare(child("resultsView").presenter.headerIcons.length, 4)
-        compare(child("resultsView").presenter.batchName, "5 apps")
-
-        const chess = fixture.addApp("/System/Applications/Chess.app", "com.apple.Chess", "3", "")
-        child("cancelButton").clicked()
-        tryCompare(viewModel, "sessionCount", 0)
-        dropAndWait([chess])
-        tryCompare(child("resultsBody"), "state", ResultsPresenter.ProtectedApp)
-        verify(child("protectionBanner").visible)
-        compare(child("protectedTitle").text, "Cannot Uninstall System App")
-        verify(!child("primaryButton").visible)
-        verify(!child("footerTitle").parent.visible)
-        mouseClick(child("cancelButton"))
-        tryCompare(viewModel, "sessionCount", 0)
-        verify(fixture.exists("/System/Applications/Chess.app"))
     }
 
     function focusedRowTop(list) {
@@ -357,13 +326,25 @@ TestCase {
         return box.mapToItem(list, 0, 0).y
     }
 
-    // Another app finishing its scan above the focused row, then an app removed above it: the
-    // row keeps the keyboard focus and its place on screen.
-    function test_listStaysSteady() {
+    // Twenty apps that scroll, the first still scanning: the others are listed, nothing can
+    // start yet. Its scan finishing above the focused row, then an app removed above it, leave
+    // the row its focus and its place on screen. The rest go to the Trash and the summary keeps
+    // its buttons inside the window. Then a system app alone cannot be uninstalled.
+    function test_severalApps() {
         show()
-        dropApps(["A", "B", "C", "D", "E", "F"], "com.example.A")
-        tryCompare(viewModel, "isScanning", true)
-        tryVerify(() => session(5).fileCount > 0)
+        const names = Array.from({ length: 20 }, (_, i) => "App" + (i + 1))
+        const urls = names.map(name => addApp(name))
+        for (const name of names) {
+            for (const place of ["Caches/com.example.", "Application Support/", "Logs/",
+                                 "HTTPStorages/com.example."])
+                fixture.addFile("~/Library/" + place + name + "/data", 100)
+        }
+        fixture.holdScan("com.example.App1")
+        verify(view.handleDrop(urls))
+        tryVerify(() => findChild(view, "resultsList") !== null && session(19).fileCount > 0)
+        tryCompare(child("resultsBody"), "state", ResultsPresenter.AppList)
+        verify(viewModel.isScanning)
+        verify(!child("primaryButton").enabled)
         const list = child("resultsList")
         list.positionViewAtEnd()
         wait(50)
@@ -379,73 +360,14 @@ TestCase {
             compare(list.Window.activeFocusItem.Accessible.name, path)
             compare(focusedRowTop(list), top)
         }
-        compare(viewModel.sessionCount, 5)
-    }
+        tryCompare(child("primaryButton"), "enabled", true)
+        compare(child("footerTitle").text, "95 files selected")
+        compare(child("headerTitle").text, "19 Apps")
+        compare(child("headerDetail").text, names.filter(name => name !== "App2").join(", "))
+        compare(child("resultsView").presenter.headerIcons.length, 4)
+        compare(child("resultsView").presenter.batchName, "19 apps")
+        verifyControlsNamed("Remove App1 from the list")
 
-    // The items a keyboard reaches, in visible order.
-    function interactiveItems(item, found) {
-        if (!item.visible)
-            return found
-        if (item.focusPolicy !== undefined && (item.focusPolicy & Qt.TabFocus) && item.enabled)
-            found.push(item)
-        for (let i = 0; i < item.children.length; ++i)
-            interactiveItems(item.children[i], found)
-        return found
-    }
-
-    function test_everyControlHasAUniqueName_data() {
-        return [{ tag: "drop zone", apps: [], named: "" },
-                { tag: "one app", apps: ["Writer"], named: "Select all in Caches" },
-                { tag: "three apps", apps: ["Writer", "Reader", "Painter"], named: "Remove Writer from the list" }]
-    }
-
-    function test_everyControlHasAUniqueName(data) {
-        fixture.fullDiskAccess = false
-        viewModel.refreshFullDiskAccess()
-        show()
-        if (data.apps.length > 0) {
-            dropApps(data.apps)
-            tryCompare(viewModel, "isScanning", false)
-            tryVerify(() => fileRows().length > 0)
-        }
-        const names = new Set()
-        const items = interactiveItems(view, [])
-        verify(items.length > (data.apps.length > 0 ? 8 : 1), "controls found: " + items.length)
-        for (const item of items) {
-            const name = item.Accessible.name
-            verify(name && name.length > 0, "unnamed " + item)
-            verify(!names.has(name), "named twice: " + name)
-            names.add(name)
-        }
-        verify(!data.named || names.has(data.named), data.named)
-    }
-
-    function luminance(color) {
-        const channel = v => v <= 0.03928 ? v / 12.92 : Math.pow((v + 0.055) / 1.055, 2.4)
-        return 0.2126 * channel(color.r) + 0.7152 * channel(color.g) + 0.0722 * channel(color.b)
-    }
-
-    function test_contrast_data() {
-        return [{ tag: "light", dark: false }, { tag: "dark", dark: true }]
-    }
-
-    function test_contrast(data) {
-        fixture.setAppearance(data.tag)
-        compare(Theme.dark, data.dark)
-        verify(Theme.contrastPairs.length > 40)
-        for (const pair of Theme.contrastPairs) {
-            const a = luminance(pair.text)
-            const b = luminance(pair.background)
-            const ratio = (Math.max(a, b) + 0.05) / (Math.min(a, b) + 0.05)
-            verify(ratio >= (pair.large ? 3 : 4.5), pair.name + ": " + ratio.toFixed(2))
-        }
-        fixture.setAppearance("light")
-    }
-
-    function test_summaryButtonsStayInsideTheWindowWithTwentyApps() {
-        show()
-        dropApps(Array.from({ length: 20 }, (_, i) => "App" + (i + 1)))
-        tryCompare(viewModel, "isScanning", false)
         confirmAndUninstall()
         tryCompare(child("resultsBody"), "state", ResultsPresenter.Completed)
         wait(100)
@@ -458,12 +380,42 @@ TestCase {
         }
         verify(child("summaryScrollBar").visible)
         verify(child("summaryMoreHint").visible)
+
+        const chess = fixture.addApp("/System/Applications/Chess.app", "com.apple.Chess", "3", "")
+        mouseClick(child("doneButton"))
+        tryCompare(viewModel, "sessionCount", 0)
+        dropAndWait([chess])
+        tryCompare(child("resultsBody"), "state", ResultsPresenter.ProtectedApp)
+        verify(child("protectionBanner").visible)
+        compare(child("protectedTitle").text, "Cannot Uninstall System App")
+        verify(!child("primaryButton").visible)
+        verify(!child("footerTitle").parent.visible)
+        mouseClick(child("cancelButton"))
+        tryCompare(viewModel, "sessionCount", 0)
+        verify(fixture.exists("/System/Applications/Chess.app"))
+    }
+
+    // Every pair of text and background the theme declares is legible in both appearances.
+    function test_contrast() {
+        const channel = v => v <= 0.03928 ? v / 12.92 : Math.pow((v + 0.055) / 1.055, 2.4)
+        const luminance = c => 0.2126 * channel(c.r) + 0.7152 * channel(c.g) + 0.0722 * channel(c.b)
+        for (const appearance of ["dark", "light"]) {
+            fixture.setAppearance(appearance)
+            compare(Theme.dark, appearance === "dark")
+            verify(Theme.contrastPairs.length > 40)
+            for (const pair of Theme.contrastPairs) {
+                const a = luminance(pair.text)
+                const b = luminance(pair.background)
+                const ratio = (Math.max(a, b) + 0.05) / (Math.min(a, b) + 0.05)
+                verify(ratio >= (pair.large ? 3 : 4.5), appearance + " " + pair.name + ": " + ratio.toFixed(2))
+            }
+        }
     }
 
     // Ctrl+O lists the Applications folder; two apps ticked become two sessions at once.
     function test_addAppsFromTheApplicationsFolder() {
         addWriter(false)
-        addApp("Reader", "com.example.Reader")
+        addApp("Reader")
         fixture.addApp("/Applications/Utilities/Console.app", "com.example.Console", "1", "")
         show()
         keySequence(StandardKey.Open)

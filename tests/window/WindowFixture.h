@@ -26,14 +26,13 @@ class WindowFixture : public QObject
 {
     Q_OBJECT
     Q_PROPERTY(bool fullDiskAccess MEMBER m_fullDiskAccess)
-    Q_PROPERTY(QStringList openedUrls READ openedUrls)
+    Q_PROPERTY(QStringList openedUrls MEMBER m_openedUrls)
     Q_PROPERTY(QStringList copiedTexts MEMBER m_copiedTexts)
-    Q_PROPERTY(QString root READ root CONSTANT)
     // How the administrator prompt answers: "run" (granted, also for any other word), "cancel"
     // or "fail".
-    Q_PROPERTY(QString privilegedShell READ privilegedShell WRITE setPrivilegedShell)
+    Q_PROPERTY(QString privilegedShell MEMBER m_privilegedShell NOTIFY promptChanged)
     // While true, the privileged step waits (the uninstall stays running) until released.
-    Q_PROPERTY(bool holdPrivilegedStep READ holdPrivilegedStep WRITE setHoldPrivilegedStep)
+    Q_PROPERTY(bool holdPrivilegedStep MEMBER m_holdPrivilegedStep NOTIFY promptChanged)
 
 public:
     explicit WindowFixture(QObject *parent = nullptr);
@@ -41,11 +40,6 @@ public:
     ~WindowFixture() override;
 
     [[nodiscard]] QString root() const { return m_mac->root(); }
-    [[nodiscard]] QStringList openedUrls() const { return m_openedUrls; }
-    [[nodiscard]] QString privilegedShell() const;
-    void setPrivilegedShell(const QString &behaviour);
-    [[nodiscard]] bool holdPrivilegedStep() const;
-    void setHoldPrivilegedStep(bool hold);
 
     // Lays out the fake Mac a JSON description names (see FakeMac::apply); what is wrong with
     // it, if anything.
@@ -79,6 +73,9 @@ public:
     // Whether the uninstall task is still running (it may outlast the sessions' completion).
     Q_INVOKABLE bool uninstallRunning() const;
 
+signals:
+    void promptChanged();
+
 private:
     // The services on the laid-out Mac, made on first use.
     void makeServices();
@@ -92,6 +89,8 @@ private:
     MainViewModel *m_viewModel = nullptr;
     PutBackPresenter *m_putBack = nullptr;
     bool m_fullDiskAccess = true;
+    QString m_privilegedShell = QStringLiteral("run");
+    bool m_holdPrivilegedStep = false;
     QStringList m_openedUrls;
     QStringList m_copiedTexts;
 };
