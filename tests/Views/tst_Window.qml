@@ -315,7 +315,7 @@ TestCase {
             tryCompare(menu, "visible", false)
         }
         verify(fixture.openedUrls[0].endsWith("/Library/Caches"), fixture.openedUrls[0])
-        compare(fixture.copiedTexts, ["~/Library/Caches/com.example.Writer"])
+        compare(fixture.copiedTexts, ["/Users/tester/Library/Caches/com.example.Writer"])
         keyClick(Qt.Key_Escape)
         tryCompare(viewModel, "sessionCount", 0)
     }
