@@ -171,7 +171,8 @@ TestCase {
         view.isTargeted = false
 
         // Discovery found the bundle, the cache and the daemon, all selected; the daemon needs an
-        // administrator, so the button says Uninstall and the confirmation warns.
+        // administrator, so the button says Uninstall and the confirmation warns. Space toggles
+        // the focused row; Return opens the confirmation, whose default is Cancel.
         const primary = child("primaryButton")
         tryVerify(() => fileRows().length === 3)
         compare(fileRows().map(row => row.displayPath),
@@ -179,16 +180,28 @@ TestCase {
         const daemonRow = fileRows()[2]
         compare(daemonRow.badgeText, "• Requires admin")
         compare(primary.text, "Uninstall")
-        mouseClick(findChild(daemonRow, "fileCheckBox"))
+        const box = findChild(daemonRow, "fileCheckBox")
+        compare(box.Accessible.name, daemon)
+        box.forceActiveFocus()
+        keyClick(Qt.Key_Space)
         tryCompare(primary, "text", "Move to Trash")
         compare(child("footerTitle").text, "2 files selected")
-        mouseClick(findChild(daemonRow, "fileCheckBox"))
+        const confirmation = child("confirmationAlert")
+        keyClick(Qt.Key_Return)
+        tryCompare(confirmation, "opened", true)
+        verify(/^Are you sure you want to remove Writer\?\n\nThis will move 2 files \([0-9.]+ KB\) to the Trash\.$/
+               .test(confirmation.message), confirmation.message)
+        keyClick(Qt.Key_Return)
+        tryCompare(confirmation, "visible", false)
+        wait(100)
+        verify(!viewModel.isProcessing && fixture.exists("~/Library/Caches/com.example.Writer/Cache.db"))
+        box.forceActiveFocus()
+        keyClick(Qt.Key_Space)
         tryCompare(primary, "text", "Uninstall")
         compare(child("footerTitle").text, "3 files selected")
         const totalSize = child("footerDetail").text.replace(/^Total size: /, "")
         verify(/^[0-9.]+ KB$/.test(totalSize), totalSize)
         keyClick(Qt.Key_Return)
-        const confirmation = child("confirmationAlert")
         tryCompare(confirmation, "opened", true)
         compare(confirmation.title, "Confirm Uninstall")
         compare(confirmation.message, "Are you sure you want to remove Writer?\n\nThis will move 3 files ("
@@ -197,6 +210,24 @@ TestCase {
         keyClick(Qt.Key_Escape)
         tryCompare(confirmation, "visible", false)
         verify(!viewModel.isProcessing)
+        // With nothing selected the button is dimmed and Return does nothing.
+        session(0).setAllSelected(false)
+        tryCompare(primary, "enabled", false)
+        compare(primary.opacity, 0.5)
+        compare(child("footerTitle").text, "0 files selected")
+        keyClick(Qt.Key_Return)
+        verify(!confirmation.visible)
+        session(0).setAllSelected(true)
+        // The row's menu opens its folder and copies its path.
+        const menu = findChild(child("resultsList"), "rowMenu")
+        for (const item of ["revealItem", "copyPathItem"]) {
+            mouseClick(daemonRow, 100, 10, Qt.RightButton)
+            tryCompare(menu, "opened", true)
+            mouseClick(findChild(menu.contentItem, item) || menu.itemAt(item === "revealItem" ? 0 : 1))
+            tryCompare(menu, "visible", false)
+        }
+        verify(fixture.openedUrls[0].endsWith("/Library/LaunchDaemons"), fixture.openedUrls[0])
+        compare(fixture.copiedTexts, [daemon])
 
         // While the administrator prompt is up, the user-level items are already in the Trash.
         fixture.holdPrivilegedStep = true
@@ -272,52 +303,6 @@ TestCase {
             tryVerify(() => findChild(history, "historyPutBackButton") !== null)
             verify(!findChild(history, "historyPutBackButton").enabled)
         }
-    }
-
-    // Space toggles a row; Return opens the confirmation whose default is Cancel; with nothing
-    // selected Return does nothing; a row's menu copies its path and opens its folder; Escape
-    // leaves the results.
-    function test_keyboard() {
-        show()
-        dropAndWait([addWriter(false)])
-        tryVerify(() => fileRows().length === 2)
-        const box = findChild(fileRows()[0], "fileCheckBox")
-        compare(box.Accessible.name, fileRows()[0].displayPath)
-        box.forceActiveFocus()
-        keyClick(Qt.Key_Space)
-        tryCompare(child("footerTitle"), "text", "1 files selected")
-        keyClick(Qt.Key_Space)
-        tryCompare(child("footerTitle"), "text", "2 files selected")
-
-        const confirmation = child("confirmationAlert")
-        keyClick(Qt.Key_Return)
-        tryCompare(confirmation, "opened", true)
-        verify(/^Are you sure you want to remove Writer\?\n\nThis will move 2 files \([0-9.]+ KB\) to the Trash\.$/
-               .test(confirmation.message), confirmation.message)
-        keyClick(Qt.Key_Return)
-        tryCompare(confirmation, "visible", false)
-        wait(100)
-        verify(!viewModel.isProcessing)
-        verify(fixture.exists("~/Library/Caches/com.example.Writer/Cache.db"))
-
-        session(0).setAllSelected(false)
-        tryCompare(child("primaryButton"), "enabled", false)
-        compare(child("primaryButton").opacity, 0.5)
-        compare(child("footerTitle").text, "0 files selected")
-        keyClick(Qt.Key_Return)
-        verify(!confirmation.visible)
-
-        const menu = findChild(child("resultsList"), "rowMenu")
-        for (const item of ["revealItem", "copyPathItem"]) {
-            mouseClick(fileRows()[1], 100, 10, Qt.RightButton)
-            tryCompare(menu, "opened", true)
-            mouseClick(findChild(menu.contentItem, item) || menu.itemAt(item === "revealItem" ? 0 : 1))
-            tryCompare(menu, "visible", false)
-        }
-        verify(fixture.openedUrls[0].endsWith("/Library/Caches"), fixture.openedUrls[0])
-        compare(fixture.copiedTexts, ["/Users/tester/Library/Caches/com.example.Writer"])
-        keyClick(Qt.Key_Escape)
-        tryCompare(viewModel, "sessionCount", 0)
     }
 
     function focusedRowTop(list) {
@@ -431,6 +416,8 @@ TestCase {
         tryCompare(viewModel, "sessionCount", 2)
         tryCompare(viewModel, "isScanning", false)
         compare([session(0).displayName, session(1).displayName], ["Console", "Writer"])
+        keyClick(Qt.Key_Escape) // leaves the results
+        tryCompare(viewModel, "sessionCount", 0)
     }
 
     // Tracer left a container of its own identifier (strong evidence, selected); Sketch a cache.

@@ -218,16 +218,6 @@ void WindowFixture::paintIcon(const QString &appMacPath, const QString &color)
                        iconFile(QColor(color)));
 }
 
-QString WindowFixture::addFile(const QString &macPath, qint64 size)
-{
-    return m_mac->addFile(macPath, size);
-}
-
-bool WindowFixture::exists(const QString &macPath) const
-{
-    return QFileInfo(m_mac->path(macPath)).exists();
-}
-
 QUrl WindowFixture::documentUrl()
 {
     return QUrl::fromLocalFile(

@@ -3,6 +3,7 @@
 
 #include "fakemac/FakeMac.h"
 
+#include <QFileInfo>
 #include <QObject>
 #include <QStringList>
 #include <QTemporaryDir>
@@ -53,9 +54,15 @@ public:
     // as the bundle's Info.plist names it).
     Q_INVOKABLE void paintIcon(const QString &appMacPath, const QString &color);
     // A file of `size` bytes at a Mac path ("~/..." for the home); returns its real path.
-    Q_INVOKABLE QString addFile(const QString &macPath, qint64 size);
+    Q_INVOKABLE QString addFile(const QString &macPath, qint64 size)
+    {
+        return m_mac->addFile(macPath, size);
+    }
     // Whether anything exists at a Mac path ("~/.Trash/Writer.app").
-    Q_INVOKABLE bool exists(const QString &macPath) const;
+    Q_INVOKABLE bool exists(const QString &macPath) const
+    {
+        return QFileInfo::exists(m_mac->path(macPath));
+    }
     // A file URL of a plain document on the fake Mac.
     Q_INVOKABLE QUrl documentUrl();
     // The application palette of the Mac's "light" or "dark" appearance.
