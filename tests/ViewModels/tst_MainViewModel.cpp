@@ -1,10 +1,13 @@
 // SPDX-License-Identifier: MIT
 #include "Discovery/FileDiscoveryService.h"
-#include "Platform/SystemLayout.h"
+#include "Platform/RunningApplications.h"
+#include "Removal/ProcessService.h"
 #include "Removal/UninstallService.h"
-#include "ViewModels/AppInfoReader.h"
+#include "ViewModels/LeftoverSessions.h"
 #include "ViewModels/MainViewModel.h"
 #include "Views/IconShape.h"
+#include "fakemac/FakeMacRemovalTools.h"
+#include "support/SessionRun.h"
 #include "support/TemporaryFakeMac.h"
 
 #include <QAbstractItemModelTester>
@@ -55,6 +58,31 @@ public:
             session->setStatus(UninstallStatus::completed());
     }
     QList<QList<QSharedPointer<UninstallSession>>> batches;
+};
+
+FileItem leftover(const QString &path, FileCategory category, bool selected)
+{
+    FileItem item = SessionRun::item(path, category);
+    item.isSelected = selected;
+    return item;
+}
+
+// A process of the deleted app's identifier that never quits; counts the requests to quit.
+class StillRunning : public RunningApplications
+{
+public:
+    QAtomicInt signalled;
+    QList<RunningApplication> list() const override
+    {
+        RunningApplication tracer;
+        tracer.processIdentifier = 4242;
+        tracer.bundleIdentifier = u"com.gone.tracer"_s;
+        return {tracer};
+    }
+    qint64 ownProcessIdentifier() const override { return 1; }
+    void terminate(const RunningApplication &) override { signalled.ref(); }
+    void forceTerminate(const RunningApplication &) override { signalled.ref(); }
+    bool isTerminated(const RunningApplication &) const override { return false; }
 };
 } // namespace
 
@@ -111,18 +139,20 @@ private:
     static QStringList names(MainViewModel &viewModel)
     {
         QStringList result;
-        SessionListModel *model = viewModel.sessionModel();
-        for (int row = 0; const auto &session : viewModel.sessions()) {
-            result.append(session->appInfo().name);
-            const QModelIndex index = model->index(row++);
-            if (model->data(index, int(SessionListModel::Role::session)).value<QObject *>() !=
-                    session.get() ||
-                model->data(index, int(SessionListModel::Role::displayName)) !=
-                    session->displayName())
-                result.append(u"(not in the list model)"_s);
+        const SessionListModel &model = *viewModel.sessionModel();
+        const auto sessions = viewModel.sessions();
+        for (int row = 0; row < std::max(model.rowCount(), int(sessions.size())); ++row) {
+            const auto session = sessions.value(row);
+            const auto role = [&](SessionListModel::Role r) {
+                return model.index(row).data(int(r));
+            };
+            result.append(
+                session &&
+                        role(SessionListModel::Role::session).value<QObject *>() == session.get() &&
+                        role(SessionListModel::Role::displayName) == session->displayName()
+                    ? session->appInfo().name
+                    : u"(not in the list model)"_s);
         }
-        if (model->rowCount() != viewModel.sessions().size())
-            result.append(u"(list model has %1 rows)"_s.arg(model->rowCount()));
         return result;
     }
 
@@ -260,6 +290,52 @@ private slots:
         QCOMPARE((QList{alpha(1, 1), alpha(98, 98), alpha(50, 0), alpha(50, 50)}),
                  (QList{0, 0, 255, 255}));
         QCOMPARE(IconShape::rounded("not an image"), QByteArray("not an image"));
+    }
+
+    // Leftovers of deleted apps as sessions of the usual uninstall: the finder's selection is kept,
+    // an app bundle is never taken over and a group with nothing left to move is dropped; no
+    // session has a bundle.
+    void leftoversOfDeletedApps()
+    {
+        const FileItem strong = leftover(u"/a"_s, FileCategory::containers, true);
+        const FileItem weak = leftover(u"/b"_s, FileCategory::caches, false);
+        const FileItem bundle = leftover(u"/c.app"_s, FileCategory::application, true);
+        const auto entries = LeftoverSessions::fromGroups(
+            {OrphanGroup{u"Tracer"_s, u"com.gone.tracer"_s, {strong, weak}},
+             OrphanGroup{u"Gone"_s, {}, {bundle}}, OrphanGroup{u"BrushCo"_s, {}, {bundle, weak}}});
+        QStringList shown;
+        for (const LeftoverSessions::Entry &entry : entries) {
+            QVERIFY(entry.app.bundlePath.isEmpty());
+            shown << entry.app.name;
+            for (const FileItem &item : entry.items)
+                shown << item.path + (item.isSelected ? u" selected"_s : QString());
+        }
+        QCOMPARE(shown,
+                 (QStringList{u"Tracer"_s, u"/a selected"_s, u"/b"_s, u"BrushCo"_s, u"/b"_s}));
+    }
+
+    // A program still running under the deleted app's identifier (as the Mac reports it) is not
+    // the leftovers' to stop.
+    void removalQuitsNoProcessOfTheSameIdentifier()
+    {
+        TemporaryFakeMac &mac = *m_mac;
+        FakeMacRemovalTools::install(mac);
+        const QString cache = mac.addTextFile(u"~/Library/Caches/com.gone.tracer/c"_s, "x");
+        const auto applications = std::make_shared<StillRunning>();
+        const auto entries = LeftoverSessions::fromGroups(
+            {OrphanGroup{u"Tracer"_s,
+                         u"com.gone.tracer"_s,
+                         {leftover(QFileInfo(cache).path(), FileCategory::caches, true)}}});
+        UninstallService::Dependencies dependencies;
+        dependencies.process = std::make_shared<const ProcessService>(
+            mac.layout(),
+            ProcessService::Dependencies{applications, {}, [](std::chrono::milliseconds) {}});
+        UninstallService service(mac.layout(), dependencies);
+        const auto session = SessionRun::readySession(entries.first().app, entries.first().items);
+        QVERIFY(SessionRun::toCompletion(service, {session}));
+        QCOMPARE(session->removedCount(), 1);
+        QVERIFY(!QFileInfo::exists(cache));
+        QCOMPARE(applications->signalled.loadRelaxed(), 0);
     }
 };
 

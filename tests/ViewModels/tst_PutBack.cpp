@@ -12,9 +12,6 @@ using namespace Qt::StringLiterals;
 using State = UninstallRecord::State;
 using Outcome = RestoreRun::Outcome;
 
-Q_DECLARE_METATYPE(UninstallRecord::State)
-Q_DECLARE_METATYPE(RestoreRun::Outcome)
-
 namespace {
 const QDateTime kStart = QDateTime::fromString(u"2026-05-04T10:00:00.000Z"_s, Qt::ISODateWithMs);
 
@@ -57,34 +54,27 @@ class TestPutBack : public QObject
     Q_OBJECT
 
 private slots:
-    void historyRow_data()
+    // A history row: whether anything can still be put back, and in words what was and is.
+    void historyRows()
     {
-        QTest::addColumn<QList<State>>("states");
-        QTest::addColumn<bool>("canPutBack");
-        QTest::addColumn<QString>("detail"); // a pattern
-        QTest::newRow("all in the Trash")
-            << QList{State::moved, State::moved} << true << u"^2 items, .*KB$"_s;
-        QTest::newRow("all put back")
-            << QList{State::restored} << false << u"^1 item, .* · all put back$"_s;
-        QTest::newRow("partly put back; a planned item never counts")
-            << QList{State::moved, State::restored, State::planned} << true
-            << u"^2 items, .* · 1 put back$"_s;
-        QTest::newRow("interrupted before any move")
-            << QList{State::planned} << false << u"^0 items, .*KB$"_s;
-    }
-
-    void historyRow()
-    {
-        QFETCH(QList<State>, states);
-        QFETCH(QString, detail);
         HistoryListModel model;
         QAbstractItemModelTester tester(&model);
-        model.setRecords({record(u"r"_s, 0, states)});
+        model.setRecords({record(u"all in the Trash"_s, 0, {State::moved, State::moved}),
+                          record(u"all put back"_s, 0, {State::restored}),
+                          record(u"partly put back; a planned item never counts"_s, 0,
+                                 {State::moved, State::restored, State::planned}),
+                          record(u"interrupted before any move"_s, 0, {State::planned})});
+        const QStringList patterns{u"^2 items, .*KB$"_s, u"^1 item, .* · all put back$"_s,
+                                   u"^2 items, .* · 1 put back$"_s, u"^0 items, .*KB$"_s};
         using Role = HistoryListModel::Role;
-        QTEST(cell(model, 0, Role::canPutBack).toBool(), "canPutBack");
-        const QString shown = cell(model, 0, Role::detailText).toString();
-        QVERIFY2(QRegularExpression(detail).match(shown).hasMatch(), qPrintable(shown));
-        QVERIFY(cell(model, 0, Role::accessibleName).toString().contains(shown));
+        for (int row = 0; row < model.rowCount(); ++row) {
+            const QString shown = cell(model, row, Role::detailText).toString();
+            QVERIFY2(QRegularExpression(patterns.value(row)).match(shown).hasMatch(),
+                     qPrintable(shown));
+            QVERIFY(cell(model, row, Role::accessibleName).toString().contains(shown));
+            QCOMPARE(cell(model, row, Role::canPutBack).toBool(), row % 2 == 0);
+        }
+        QCOMPARE(model.rowCount(), patterns.size());
     }
 
     // The newest record since the start, the start itself included; never an earlier run's.

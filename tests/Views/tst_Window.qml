@@ -143,13 +143,13 @@ TestCase {
             { tag: "granted", shell: "run", removed: 3, headline: "Uninstall Complete",
               subline: "Files moved to Trash can be restored from Finder if needed.",
               symbol: "checkmark.circle.fill", failedText: "",
-              logTail: ["✓ Uninstall completed successfully. 3 items moved to the Trash."] },
+              logTail: ["Succeeded: ✓ Uninstall completed successfully. 3 items moved to the Trash."] },
             { tag: "prompt cancelled", shell: "cancel", removed: 2,
               headline: "Finished with Some Errors", symbol: "exclamationmark.circle.fill",
               subline: "Some files couldn't be removed. Check the logs for details.",
               failedText: "1 couldn't be removed",
-              logTail: ["Failed to remove: " + daemon + " - Administrator permission was canceled",
-                        "⚠ Uninstall completed with errors. 2 succeeded, 1 failed, 0 skipped."] },
+              logTail: ["Failed: Failed to remove: " + daemon + " - Administrator permission was canceled",
+                        "Failed: ⚠ Uninstall completed with errors. 2 succeeded, 1 failed, 0 skipped."] },
         ]
     }
 
@@ -263,16 +263,14 @@ TestCase {
         compare(fixture.exists("~/.Trash/com.example.Writer.helper.plist"), data.removed === 3)
         verify(!fixture.exists("/Applications/Writer.app"))
 
-        // The log sheet lists the uninstall's texts in order, success or failure per line.
+        // The log sheet lists the uninstall's texts in order, each with its result in words.
         child("viewLogsButton").clicked()
         const sheet = child("logSheet")
         tryCompare(sheet, "opened", true)
-        const model = findChild(sheet, "logList").model
-        const line = (row, role) => model.data(model.index(row, 0), Qt.UserRole + role)
-        const messages = Array.from({ length: model.rowCount() }, (_, row) => line(row, 2))
-        verify(messages[0].startsWith("Found 3 files ("), messages[0])
-        compare(messages.slice(-data.logTail.length), data.logTail)
-        compare(line(messages.length - 1, 3), data.removed === 3)
+        const lines = findChild(sheet, "logList").model.plainText().trim().split("\n")
+        verify(lines[0].includes(" Succeeded: Found 3 files ("), lines[0])
+        data.logTail.forEach((text, i) => verify(
+            lines[lines.length - data.logTail.length + i].endsWith(" " + text), lines.join("\n")))
         mouseClick(findChild(sheet, "logDoneButton"))
         tryCompare(sheet, "visible", false)
         mouseClick(child("openTrashButton"))
@@ -297,9 +295,8 @@ TestCase {
             // The history lists the run with nothing left to put back.
             mouseClick(child("historyButton"))
             tryCompare(child("putBackSheet"), "opened", true)
-            tryCompare(view.putBack, "isBusy", false)
             const history = child("historyList")
-            compare(history.count, 1)
+            tryCompare(history, "count", 1)
             tryVerify(() => findChild(history, "historyPutBackButton") !== null)
             verify(!findChild(history, "historyPutBackButton").enabled)
         }
