@@ -1,10 +1,13 @@
 // SPDX-License-Identifier: MIT
 #include "Discovery/FileDiscoveryService.h"
-#include "Platform/SystemLayout.h"
+#include "Platform/RunningApplications.h"
+#include "Removal/ProcessService.h"
 #include "Removal/UninstallService.h"
-#include "ViewModels/AppInfoReader.h"
+#include "ViewModels/LeftoverSessions.h"
 #include "ViewModels/MainViewModel.h"
 #include "Views/IconShape.h"
+#include "fakemac/FakeMacRemovalTools.h"
+#include "support/SessionRun.h"
 #include "support/TemporaryFakeMac.h"
 
 #include <QAbstractItemModelTester>
@@ -17,7 +20,6 @@ using namespace Qt::StringLiterals;
 
 namespace {
 const QString kOnlyApps = u"Only apps can be quenzed. Drag an app from your Applications folder."_s;
-const QString kOwnIdentifier = u"app.quenzo.Quenzo"_s;
 
 // Finds a fixed list of items for every app, so totals are predictable.
 class FixedDiscovery : public FileDiscoveryService
@@ -57,6 +59,24 @@ public:
     }
     QList<QList<QSharedPointer<UninstallSession>>> batches;
 };
+
+// A process of the deleted app's identifier that never quits; counts the requests to quit.
+class StillRunning : public RunningApplications
+{
+public:
+    QAtomicInt signalled;
+    QList<RunningApplication> list() const override
+    {
+        RunningApplication tracer;
+        tracer.processIdentifier = 4242;
+        tracer.bundleIdentifier = u"com.gone.tracer"_s;
+        return {tracer};
+    }
+    qint64 ownProcessIdentifier() const override { return 1; }
+    void terminate(const RunningApplication &) override { signalled.ref(); }
+    void forceTerminate(const RunningApplication &) override { signalled.ref(); }
+    bool isTerminated(const RunningApplication &) const override { return false; }
+};
 } // namespace
 
 class TestMainViewModel : public QObject
@@ -73,7 +93,8 @@ private:
         MainViewModel::Dependencies dependencies;
         dependencies.discovery = std::make_shared<FixedDiscovery>(m_mac->layout());
         dependencies.uninstall = m_uninstall;
-        dependencies.ownBundleIdentifier = [] { return kOwnIdentifier; };
+        // Quenzo itself, as app() names Quenzo.app.
+        dependencies.ownBundleIdentifier = [] { return u"com.example.quenzo"_s; };
         dependencies.fullDiskAccessProbe = [] { return false; };
         auto viewModel = std::make_unique<MainViewModel>(m_mac->layout(), dependencies);
         new QAbstractItemModelTester(viewModel->sessionModel(),
@@ -82,12 +103,11 @@ private:
         return viewModel;
     }
 
-    QUrl app(const QString &name, const QString &identifier = {})
+    QUrl app(const QString &name)
     {
         FakeMac::App spec;
         spec.path = u"/Applications/"_s + name;
-        spec.identifier =
-            identifier.isEmpty() ? u"com.example."_s + name.chopped(4).toLower() : identifier;
+        spec.identifier = u"com.example."_s + name.chopped(4).toLower();
         return QUrl::fromLocalFile(m_mac->addApp(spec));
     }
 
@@ -104,7 +124,7 @@ private:
             m_mac->addPlist(macPath + u"/Contents/Info.plist"_s,
                             QVariantMap{{u"CFBundleName"_s, u"B"_s}});
         else if (macPath.isEmpty())
-            return app(item, item == u"Quenzo.app"_s ? kOwnIdentifier : QString());
+            return app(item);
         return QUrl::fromLocalFile(m_mac->path(macPath));
     }
 
@@ -112,18 +132,20 @@ private:
     static QStringList names(MainViewModel &viewModel)
     {
         QStringList result;
-        SessionListModel *model = viewModel.sessionModel();
-        for (int row = 0; const auto &session : viewModel.sessions()) {
-            result.append(session->appInfo().name);
-            const QModelIndex index = model->index(row++);
-            if (model->data(index, int(SessionListModel::Role::session)).value<QObject *>() !=
-                    session.get() ||
-                model->data(index, int(SessionListModel::Role::displayName)) !=
-                    session->displayName())
-                result.append(u"(not in the list model)"_s);
+        const SessionListModel &model = *viewModel.sessionModel();
+        const auto sessions = viewModel.sessions();
+        for (int row = 0; row < std::max(model.rowCount(), int(sessions.size())); ++row) {
+            const auto session = sessions.value(row);
+            const auto role = [&](SessionListModel::Role r) {
+                return model.index(row).data(int(r));
+            };
+            result.append(
+                session &&
+                        role(SessionListModel::Role::session).value<QObject *>() == session.get() &&
+                        role(SessionListModel::Role::displayName) == session->displayName()
+                    ? session->appInfo().name
+                    : u"(not in the list model)"_s);
         }
-        if (model->rowCount() != viewModel.sessions().size())
-            result.append(u"(list model has %1 rows)"_s.arg(model->rowCount()));
         return result;
     }
 
@@ -133,7 +155,6 @@ private slots:
         m_mac = std::make_unique<TemporaryFakeMac>();
         QVERIFY(m_mac->isValid());
     }
-    void cleanup() { m_mac.reset(); }
 
     // What a drop lists at once (every bundle, in order, each once), what stays listed once the
     // bundles are read and discovered, and the notice.
@@ -145,9 +166,7 @@ private slots:
         QTest::addColumn<QString>("notice");
         const QString broken = u"Broken.app couldn't be read as an app."_s;
         const QStringList none, brokenApp{u"Broken.app"_s}, ab{u"A.app"_s, u"B.app"_s};
-        QTest::newRow("a document")
-            << QStringList{u"file:~/Notes.txt"_s} << none << none << kOnlyApps;
-        QTest::newRow("capitals are not an app")
+        QTest::newRow("a document; capitals are not an app")
             << QStringList{u"file:~/Notes.txt"_s, u"missing:/Applications/B.APP"_s} << none << none
             << kOnlyApps;
         QTest::newRow("apps among documents, in order")
@@ -187,26 +206,20 @@ private slots:
     }
 
     // The records come from the bundle (a system app, also through a link to it); system apps
-    // count towards no total and never reach the uninstall; only ready, selected sessions do.
+    // count towards no total and never reach the uninstall; only ready, selected sessions do,
+    // and the others leave the list.
     void uninstallTakesOnlyReadySelectedUnprotectedSessions()
     {
         const auto viewModel = makeViewModel();
         FakeMac::App system;
         system.path = u"/System/Applications/Chess.app"_s;
         system.identifier = u"com.apple.Chess"_s;
-        system.version = u"3.18"_s;
-        system.format = FakeMac::PlistFormat::binary;
         const QString chess = m_mac->addApp(system);
         const QString link = m_mac->addSymlink(u"/Applications/Chess.app"_s, chess);
         viewModel->handleDroppedFiles({QUrl::fromLocalFile(chess), app(u"A.app"_s), app(u"B.app"_s),
                                        QUrl::fromLocalFile(link)});
         QTRY_VERIFY(!viewModel->isScanning());
         const auto sessions = viewModel->sessions();
-        QCOMPARE(sessions.size(), 4);
-        QCOMPARE(sessions.at(0)->appInfo().version, u"3.18"_s);
-        for (const int row : {0, 3})
-            QVERIFY(sessions.at(row)->appInfo().isSystemProtected);
-        QVERIFY(!sessions.at(1)->appInfo().isSystemProtected);
         // A dropped link stands for its target; the link is kept to be removed with it.
         QCOMPARE(sessions.at(3)->appInfo().bundlePath, chess);
         QCOMPARE(sessions.at(3)->appInfo().droppedLink, link);
@@ -226,6 +239,12 @@ private slots:
         QCOMPARE(m_uninstall->batches.first(), QList{sessions.at(1)});
         QVERIFY(viewModel->isProcessing());
         QVERIFY(!viewModel->canUninstall());
+        // Only the listed sessions reach the controller.
+        QSignalSpy willChange(viewModel.get(), &MainViewModel::willChange);
+        sessions.at(2)->toggleFileSelectionAt(0);
+        QCOMPARE(willChange.count(), 0);
+        sessions.at(1)->toggleFileSelectionAt(0);
+        QCOMPARE(willChange.count(), 1);
         // A drop while the uninstall runs changes nothing, not even the notice.
         viewModel->handleDroppedFiles({dropped(u"file:~/Notes.txt"_s)});
         viewModel->handleDroppedFiles({app(u"C.app"_s)});
@@ -242,26 +261,6 @@ private slots:
         QCOMPARE(names(*viewModel), QStringList{u"C.app"_s}); // a new batch replaces it
     }
 
-    // A session removed from the list, or the list cleared, no longer reaches the controller.
-    void onlyListedSessionsReachTheController()
-    {
-        const auto viewModel = makeViewModel();
-        viewModel->handleDroppedFiles({app(u"A.app"_s), app(u"B.app"_s)});
-        QTRY_VERIFY(!viewModel->isScanning());
-        const auto a = viewModel->sessions().at(0), b = viewModel->sessions().at(1);
-        QSignalSpy willChange(viewModel.get(), &MainViewModel::willChange);
-        b->toggleFileSelectionAt(0);
-        QCOMPARE(willChange.count(), 1);
-        viewModel->removeSession(a.get());
-        QCOMPARE(names(*viewModel), QStringList{u"B.app"_s});
-        viewModel->clearSessions();
-        QVERIFY(viewModel->sessions().isEmpty());
-        willChange.clear();
-        a->toggleFileSelectionAt(0);
-        b->toggleFileSelectionAt(0);
-        QCOMPARE(willChange.count(), 0);
-    }
-
     void iconCornersAreCut()
     {
         QImage square(100, 100, QImage::Format_ARGB32);
@@ -276,6 +275,51 @@ private slots:
         QCOMPARE((QList{alpha(1, 1), alpha(98, 98), alpha(50, 0), alpha(50, 50)}),
                  (QList{0, 0, 255, 255}));
         QCOMPARE(IconShape::rounded("not an image"), QByteArray("not an image"));
+    }
+
+    // Leftovers of deleted apps as sessions of the usual uninstall: the finder's selection is kept,
+    // an app bundle is never taken over and a group with nothing left to move is dropped; no
+    // session has a bundle.
+    void leftoversOfDeletedApps()
+    {
+        const FileItem strong = SessionRun::item(u"/a"_s, FileCategory::containers);
+        FileItem weak = SessionRun::item(u"/b"_s);
+        weak.isSelected = false;
+        const FileItem bundle = SessionRun::item(u"/c.app"_s, FileCategory::application);
+        const auto entries = LeftoverSessions::fromGroups(
+            {OrphanGroup{u"Tracer"_s, u"com.gone.tracer"_s, {strong, weak}},
+             OrphanGroup{u"Gone"_s, {}, {bundle}}, OrphanGroup{u"BrushCo"_s, {}, {bundle, weak}}});
+        QStringList shown;
+        for (const LeftoverSessions::Entry &entry : entries) {
+            QVERIFY(entry.app.bundlePath.isEmpty());
+            shown << entry.app.name;
+            for (const FileItem &item : entry.items)
+                shown << item.path + (item.isSelected ? u" selected"_s : QString());
+        }
+        QCOMPARE(shown,
+                 (QStringList{u"Tracer"_s, u"/a selected"_s, u"/b"_s, u"BrushCo"_s, u"/b"_s}));
+    }
+
+    // A program still running under the deleted app's identifier (as the Mac reports it) is not
+    // the leftovers' to stop.
+    void removalQuitsNoProcessOfTheSameIdentifier()
+    {
+        TemporaryFakeMac &mac = *m_mac;
+        FakeMacRemovalTools::install(mac);
+        const QString cache = mac.addTextFile(u"~/Library/Caches/com.gone.tracer/c"_s, "x");
+        const auto applications = std::make_shared<StillRunning>();
+        const auto entries = LeftoverSessions::fromGroups({OrphanGroup{
+            u"Tracer"_s, u"com.gone.tracer"_s, {SessionRun::item(QFileInfo(cache).path())}}});
+        UninstallService::Dependencies dependencies;
+        dependencies.process = std::make_shared<const ProcessService>(
+            mac.layout(),
+            ProcessService::Dependencies{applications, {}, [](std::chrono::milliseconds) {}});
+        UninstallService service(mac.layout(), dependencies);
+        const auto session = SessionRun::readySession(entries.first().app, entries.first().items);
+        QVERIFY(SessionRun::toCompletion(service, {session}));
+        QCOMPARE(session->removedCount(), 1);
+        QVERIFY(!QFileInfo::exists(cache));
+        QCOMPARE(applications->signalled.loadRelaxed(), 0);
     }
 };
 

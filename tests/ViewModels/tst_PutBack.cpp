@@ -12,9 +12,6 @@ using namespace Qt::StringLiterals;
 using State = UninstallRecord::State;
 using Outcome = RestoreRun::Outcome;
 
-Q_DECLARE_METATYPE(UninstallRecord::State)
-Q_DECLARE_METATYPE(RestoreRun::Outcome)
-
 namespace {
 const QDateTime kStart = QDateTime::fromString(u"2026-05-04T10:00:00.000Z"_s, Qt::ISODateWithMs);
 
@@ -57,74 +54,44 @@ class TestPutBack : public QObject
     Q_OBJECT
 
 private slots:
-    void historyRow_data()
+    // A history row: whether anything can still be put back, and in words what was and is.
+    void historyRows()
     {
-        QTest::addColumn<QList<State>>("states");
-        QTest::addColumn<bool>("canPutBack");
-        QTest::addColumn<QString>("detail"); // a pattern
-        QTest::newRow("all in the Trash")
-            << QList{State::moved, State::moved} << true << u"^2 items, .*KB$"_s;
-        QTest::newRow("all put back")
-            << QList{State::restored} << false << u"^1 item, .* · all put back$"_s;
-        QTest::newRow("partly put back; a planned item never counts")
-            << QList{State::moved, State::restored, State::planned} << true
-            << u"^2 items, .* · 1 put back$"_s;
-        QTest::newRow("interrupted before any move")
-            << QList{State::planned} << false << u"^0 items, .*KB$"_s;
-    }
-
-    void historyRow()
-    {
-        QFETCH(QList<State>, states);
-        QFETCH(QString, detail);
         HistoryListModel model;
         QAbstractItemModelTester tester(&model);
-        model.setRecords({record(u"r"_s, 0, states)});
+        model.setRecords({record(u"all in the Trash"_s, 0, {State::moved, State::moved}),
+                          record(u"all put back"_s, 0, {State::restored}),
+                          record(u"partly put back; a planned item never counts"_s, 0,
+                                 {State::moved, State::restored, State::planned}),
+                          record(u"interrupted before any move"_s, 0, {State::planned})});
+        const QStringList patterns{u"^2 items, .*KB$"_s, u"^1 item, .* · all put back$"_s,
+                                   u"^2 items, .* · 1 put back$"_s, u"^0 items, .*KB$"_s};
         using Role = HistoryListModel::Role;
-        QTEST(cell(model, 0, Role::canPutBack).toBool(), "canPutBack");
-        const QString shown = cell(model, 0, Role::detailText).toString();
-        QVERIFY2(QRegularExpression(detail).match(shown).hasMatch(), qPrintable(shown));
-        QVERIFY(cell(model, 0, Role::accessibleName).toString().contains(shown));
+        for (int row = 0; row < model.rowCount(); ++row) {
+            const QString shown = cell(model, row, Role::detailText).toString();
+            QVERIFY2(QRegularExpression(patterns.value(row)).match(shown).hasMatch(),
+                     qPrintable(shown));
+            QVERIFY(cell(model, row, Role::accessibleName).toString().contains(shown));
+            QCOMPARE(cell(model, row, Role::canPutBack).toBool(), row % 2 == 0);
+        }
+        QCOMPARE(model.rowCount(), patterns.size());
     }
 
-    void recordOfTheRunJustFinished_data()
-    {
-        QTest::addColumn<int>("startedAfter");
-        QTest::addColumn<QString>("expected");
-
-        QTest::newRow("the newest since the start") << 0 << u"late"_s;
-        QTest::newRow("an earlier run is never taken") << 5 << QString();
-        QTest::newRow("the start itself counts") << 3 << u"late"_s;
-    }
-
+    // The newest record since the start, the start itself included; never an earlier run's.
     void recordOfTheRunJustFinished()
     {
-        QFETCH(int, startedAfter);
         const QList<UninstallRecord> records{record(u"before"_s, -10, {}), record(u"late"_s, 3, {}),
                                              record(u"early"_s, 1, {})};
-        const auto chosen =
-            PutBackPresenter::recordStartedAt(records, kStart.addSecs(startedAfter));
-        QTEST(chosen ? chosen->fileName : QString(), "expected");
+        QStringList chosen;
+        for (const int startedAfter : {0, 3, 5}) {
+            const auto found =
+                PutBackPresenter::recordStartedAt(records, kStart.addSecs(startedAfter));
+            chosen << (found ? found->fileName : u"none"_s);
+        }
+        QCOMPARE(chosen, (QStringList{u"late"_s, u"late"_s, u"none"_s}));
     }
 
-    void headline_data()
-    {
-        QTest::addColumn<QList<Outcome>>("outcomes");
-        QTest::addColumn<QString>("headline");
-
-        QTest::newRow("everything")
-            << QList{Outcome::restored, Outcome::forgotten} << u"Everything Is Back"_s;
-        QTest::newRow("something occupied its place")
-            << QList{Outcome::restored, Outcome::occupied} << u"Some Items Stayed in the Trash"_s;
-        QTest::newRow("prompt dismissed") << QList{Outcome::canceled} << u"Nothing was put back"_s;
-    }
-
-    void headline()
-    {
-        QFETCH(QList<Outcome>, outcomes);
-        QTEST(PutBackPresenter::headlineFor(report(outcomes)), "headline");
-    }
-
+    // What stayed in the Trash comes first, with the reason, and the headline says so.
     void reportListsWhatStayedFirst()
     {
         RestoreReportModel model;
@@ -143,6 +110,9 @@ private slots:
         QCOMPARE(paths, QStringList({u"/item/1"_s, u"/item/3"_s, u"/item/0"_s, u"/item/2"_s}));
         QCOMPARE(back, QList({false, false, true, true}));
         QVERIFY(cell(model, 1, Role::outcomeText).toString().endsWith(u"Permission denied"_s));
+        QCOMPARE(PutBackPresenter::headlineFor(run), u"Some Items Stayed in the Trash"_s);
+        QCOMPARE(PutBackPresenter::headlineFor(report({Outcome::canceled})),
+                 u"Nothing was put back"_s);
     }
 
     // The row's record is put back, once, and the history is read again afterwards.
@@ -158,7 +128,7 @@ private slots:
             running.acquire();
             restored << chosen.fileName;
             stored[0].items[0].state = State::restored;
-            return report({Outcome::restored});
+            return report({Outcome::restored, Outcome::forgotten}); // both count as back
         };
         PutBackPresenter presenter(SystemLayout(u"/"_s), dependencies);
         presenter.loadHistory();
@@ -173,8 +143,6 @@ private slots:
         QCOMPARE(restored, QStringList{u"old"_s});
         QCOMPARE(presenter.headline(), u"Everything Is Back"_s);
         QVERIFY(!cell(*presenter.historyModel(), 1, Role::canPutBack).toBool());
-        presenter.dismissSummary();
-        QCOMPARE(presenter.state(), PutBackPresenter::State::Idle);
     }
 };
 

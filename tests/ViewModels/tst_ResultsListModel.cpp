@@ -1,6 +1,10 @@
 // SPDX-License-Identifier: MIT
+// The lists of the results screen: the files, the summary, the log, and the symbols they show.
 #include "Discovery/DiscoveryResults.h"
+#include "ViewModels/LogListModel.h"
 #include "ViewModels/ResultsListModel.h"
+#include "ViewModels/SummaryListModel.h"
+#include "ViewModels/SymbolImages.h"
 #include "fakemac/FakeMac.h"
 
 #include <QAbstractItemModelTester>
@@ -17,7 +21,7 @@ class ResultsListModelTest : public QObject
 
 private:
     QTemporaryDir m_dir;
-    std::unique_ptr<FakeMac> m_mac;
+    std::unique_ptr<FakeMac> m_mac = std::make_unique<FakeMac>(m_dir.path());
 
     FileItem item(FileCategory category, const QString &macPath = u"~/x"_s, qint64 size = 0)
     {
@@ -41,11 +45,6 @@ private:
     }
 
 private slots:
-    void initTestCase()
-    {
-        m_mac = std::make_unique<FakeMac>(m_dir.path());
-    }
-
     // One app: its files under category headers in declaration order, each row saying in words
     // what it shows.
     void singleSessionGroupsByCategoryInDeclarationOrder()
@@ -66,12 +65,10 @@ private slots:
         const auto text = [&model](int row, Role role) { return at(model, row, role).toString(); };
         QCOMPARE(
             (QStringList{text(0, Role::title), text(2, Role::title), text(2, Role::detail),
-                         text(2, Role::symbol), text(2, Role::selectAllName),
-                         text(2, Role::selectNoneName), text(3, Role::accessibleName),
-                         text(3, Role::accessibleDescription)}),
+                         text(2, Role::symbol), text(2, Role::selectNoneName),
+                         text(3, Role::accessibleName), text(3, Role::accessibleDescription)}),
             (QStringList{u"Application"_s, u"Caches"_s, u"2 items"_s, u"tray.fill"_s,
-                         u"Select all in Caches"_s, u"Select none in Caches"_s,
-                         u"~/Library/Caches/com.acme.writer"_s,
+                         u"Select none in Caches"_s, u"~/Library/Caches/com.acme.writer"_s,
                          u"2 KB, found by bundle identifier com.acme.writer, not selected"_s}));
         QCOMPARE(at(model, 1, Role::showsCategory).toBool(), false);
         using Position = ResultsListModel::GroupPosition;
@@ -92,14 +89,15 @@ private slots:
         system.bundlePath = m_mac->path(QStringLiteral("/System/Applications/Chess.app"));
         system.isSystemProtected = true;
         writer.name = u"Writer.app"_s;
-        UninstallSession scanning(AppInfo{}), ready(writer), protectedApp(system);
-        ready.setDiscoveredFiles({item(FileCategory::logs), item(FileCategory::caches)});
-        ready.setStatus(UninstallStatus::ready());
+        UninstallSession scanning(AppInfo{}), protectedApp(system);
+        auto *ready = new UninstallSession(writer);
+        ready->setDiscoveredFiles({item(FileCategory::logs), item(FileCategory::caches)});
+        ready->setStatus(UninstallStatus::ready());
         protectedApp.setDiscoveredFiles({item(FileCategory::application)});
         protectedApp.setStatus(UninstallStatus::ready());
         ResultsListModel model;
         QAbstractItemModelTester tester(&model);
-        model.setSessions({&scanning, &ready, &protectedApp});
+        model.setSessions({&scanning, ready, &protectedApp});
         QCOMPARE(kinds(model),
                  (QStringList{u"AppHeader"_s, u"Scanning"_s, u"AppHeader"_s, u"File"_s, u"File"_s,
                               u"AppHeader"_s, u"ProtectedApp"_s}));
@@ -107,8 +105,13 @@ private slots:
         // Totals, All and None only for a ready app that is not part of the system.
         QCOMPARE(at(model, 0, Role::showsSelectionButtons).toBool(), false);
         QVERIFY(at(model, 2, Role::detail).toString().startsWith(QStringLiteral("2 of 2 · ")));
-        QCOMPARE(at(model, 2, Role::removeName).toString(), u"Remove Writer from the list"_s);
         QCOMPARE(at(model, 5, Role::showsSelectionButtons).toBool(), false);
+        // A session deleted while listed leaves rows that show nothing and do nothing.
+        delete ready;
+        QVERIFY(!at(model, 3, Role::displayPath).isValid());
+        model.toggle(3);
+        model.setAllSelected(2, false);
+        model.setSessions({});
     }
 
     void badgeTakesTheFirstThatApplies_data()
@@ -182,68 +185,35 @@ private slots:
         QVERIFY(at(model, 0, Role::detail).toString().startsWith(QStringLiteral("0 of 1000")));
     }
 
-    void removedSessionLeavesNoDanglingRows()
-    {
-        auto *session = new UninstallSession(AppInfo{});
-        session->setDiscoveredFiles({item(FileCategory::caches)});
-        ResultsListModel model;
-        QAbstractItemModelTester tester(&model);
-        model.setSessions({session});
-        delete session;
-        QVERIFY(!at(model, 1, Role::displayPath).isValid());
-        model.toggle(1);
-        model.setSessions({});
-        QCOMPARE(model.rowCount(), 0);
-    }
-
-    // What happens to the rows of three apps when the middle one changes: the rows of the
-    // others stay (no reset), so a view keeps its delegates, scroll position and focus.
-    void changesMoveOnlyTheirOwnRows_data()
-    {
-        QTest::addColumn<int>("change");
-        QTest::addColumn<QStringList>("kinds");
-        QTest::addColumn<int>("removed");
-        QTest::addColumn<int>("inserted");
-        const QString h = u"AppHeader"_s, f = u"File"_s, s = u"Scanning"_s;
-        QTest::newRow("scan finishes") << 0 << QStringList{h, f, h, f, f, h, f} << 1 << 2;
-        QTest::newRow("app removed") << 1 << QStringList{h, f, h, f} << 2 << 0;
-        QTest::newRow("app added") << 2 << QStringList{h, f, h, s, h, f, h, s} << 0 << 2;
-    }
+    // An app joining, finishing its scan or leaving moves only its own rows, never resets the
+    // model: a view keeps its delegates, scroll position and focus.
     void changesMoveOnlyTheirOwnRows()
     {
-        QFETCH(int, change);
-        QFETCH(QStringList, kinds);
-        QFETCH(int, removed);
-        QFETCH(int, inserted);
-        UninstallSession a(AppInfo{}), b(AppInfo{}), c(AppInfo{}), d(AppInfo{});
+        UninstallSession a(AppInfo{}), b(AppInfo{}), c(AppInfo{});
         for (UninstallSession *ready : {&a, &c}) {
             ready->setDiscoveredFiles({item(FileCategory::caches)});
             ready->setStatus(UninstallStatus::ready());
         }
         ResultsListModel model;
         QAbstractItemModelTester tester(&model);
-        model.setSessions({&a, &b, &c});
+        model.setSessions({&a, &b});
         QSignalSpy reset(&model, &QAbstractItemModel::modelReset);
         QSignalSpy removals(&model, &QAbstractItemModel::rowsRemoved);
         QSignalSpy inserts(&model, &QAbstractItemModel::rowsInserted);
-        if (change == 0) {
-            b.setDiscoveredFiles({item(FileCategory::logs), item(FileCategory::caches)});
-            b.setStatus(UninstallStatus::ready());
-        } else if (change == 1) {
-            model.setSessions({&a, &c});
-        } else {
-            model.setSessions({&a, &b, &c, &d});
-        }
-        QCOMPARE(this->kinds(model), kinds);
-        QCOMPARE(reset.count(), 0);
         const auto count = [](const QSignalSpy &spy) {
             int rows = 0;
             for (const auto &signal : spy)
                 rows += signal.at(2).toInt() - signal.at(1).toInt() + 1;
             return rows;
         };
-        QCOMPARE(count(removals), removed);
-        QCOMPARE(count(inserts), inserted);
+        model.setSessions({&a, &b, &c}); // two rows in
+        b.setDiscoveredFiles({item(FileCategory::logs), item(FileCategory::caches)});
+        b.setStatus(UninstallStatus::ready()); // its scanning row out, two file rows in
+        QCOMPARE(kinds(model), (QStringList{u"AppHeader"_s, u"File"_s, u"AppHeader"_s, u"File"_s,
+                                            u"File"_s, u"AppHeader"_s, u"File"_s}));
+        model.setSessions({&a, &c}); // three rows out
+        QCOMPARE(kinds(model).size(), 4);
+        QCOMPARE((QList{int(reset.count()), count(removals), count(inserts)}), (QList{0, 4, 4}));
     }
 
     void sortAndFilterArrangeTheItems_data()
@@ -276,13 +246,83 @@ private slots:
         model.setSessions({&a, &other}); // by app: one run of rows under one header
         model.setSortOrder(order);
         model.setFilterText(filter);
-        QStringList shown;
-        for (int row = 0; row < model.rowCount(); ++row) {
-            if (at(model, row, Role::kind).value<ResultsListModel::RowKind>() ==
-                ResultsListModel::RowKind::File)
-                shown.append(at(model, row, Role::displayPath).toString());
-        }
+        QStringList shown; // between the app's header and the other app's header and scanning row
+        for (int row = 1; row < model.rowCount() - 2; ++row)
+            shown.append(at(model, row, Role::displayPath).toString());
         QCOMPARE(shown, paths);
+    }
+
+    // The summary's rows follow the sessions without a reset; the last row alone has no divider.
+    void summaryRowsFollowTheSessions()
+    {
+        AppInfo info;
+        info.name = u"C.app"_s;
+        UninstallSession a(AppInfo{}), b(AppInfo{}), c(info);
+        SummaryListModel model;
+        QAbstractItemModelTester tester(&model);
+        QSignalSpy reset(&model, &QAbstractItemModel::modelReset);
+        const auto cell = [&model](int row, SummaryListModel::Role role) {
+            return model.data(model.index(row), int(role));
+        };
+        model.setSessions({&a});
+        model.setSessions({&a, &b, &c});
+        QCOMPARE(model.rowCount(), 3);
+        QVERIFY(!cell(0, SummaryListModel::Role::isLast).toBool());
+        model.setSessions({&c});
+        QCOMPARE(cell(0, SummaryListModel::Role::name).toString(), u"C"_s);
+        QVERIFY(cell(0, SummaryListModel::Role::isLast).toBool());
+        QCOMPARE(reset.count(), 0);
+    }
+
+    // One app's log entries stand alone; with several, each entry joins its app's block under a
+    // heading, also when it comes later. Times show hours and minutes only.
+    void logEntriesJoinTheirSessionsBlock()
+    {
+        AppInfo info[3];
+        info[0].name = u"A"_s, info[1].name = u"B"_s, info[2].name = u"C"_s;
+        UninstallSession a(info[0]), b(info[1]), c(info[2]);
+        LogListModel model;
+        QAbstractItemModelTester tester(&model);
+        const auto cell = [&model](int row, LogListModel::Role role) {
+            return model.data(model.index(row), int(role));
+        };
+        const auto rows = [&] {
+            QStringList list;
+            for (int row = 0; row < model.rowCount(); ++row) {
+                const QString message = cell(row, LogListModel::Role::message).toString();
+                list.append(cell(row, LogListModel::Role::isHeading).toBool() ? u'#' + message
+                                                                              : message);
+            }
+            return list;
+        };
+        model.setSessions({&a});
+        QVERIFY(model.isEmpty());
+        a.addLog(u"Found 2 files (1 KB)"_s, true);
+        QCOMPARE(cell(0, LogListModel::Role::symbol).toString(), u"checkmark.circle.fill"_s);
+        b.addLog(u"b1"_s, true);
+        model.setSessions({&a, &b, &c});
+        c.addLog(u"c1"_s, false);
+        a.addLog(u"a2"_s, false);
+        QCOMPARE(rows(), (QStringList{u"#A"_s, u"Found 2 files (1 KB)"_s, u"a2"_s, u"#B"_s, u"b1"_s,
+                                      u"#C"_s, u"c1"_s}));
+        QCOMPARE(cell(2, LogListModel::Role::isSuccess).toBool(), false);
+        QCOMPARE(cell(2, LogListModel::Role::symbol).toString(), u"xmark.circle.fill"_s);
+        const QString time = LogListModel::timeText(QDateTime(QDate(2024, 5, 1), QTime(14, 7, 33)));
+        QVERIFY2(time.contains(u"07"_s) && !time.contains(u"33"_s) && !time.contains(u"2024"_s),
+                 qPrintable(time));
+    }
+
+    void everySymbolHasABundledIcon()
+    {
+        QStringList symbols = SymbolImages::allSymbols();
+        for (const FileCategory category : allFileCategories())
+            symbols.append(SymbolImages::categorySymbol(category));
+        for (const QString &symbol : std::as_const(symbols)) {
+            const QString file = SymbolImages::iconFile(symbol);
+            QVERIFY2(!file.isEmpty(), qPrintable(symbol));
+            QVERIFY2(QFile::exists(QStringLiteral(QUENZO_SOURCE_DIR "/src/Views/icons/") + file),
+                     qPrintable(file));
+        }
     }
 };
 

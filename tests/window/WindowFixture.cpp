@@ -1,12 +1,6 @@
 // SPDX-License-Identifier: MIT
 #include "WindowFixture.h"
 
-#include "Views/IconShape.h"
-#include "Views/QuenzoUi.h"
-
-#include <QGuiApplication>
-#include <QQmlEngine>
-
 #include "Discovery/FileDiscoveryService.h"
 #include "Platform/PrivilegedShell.h"
 #include "Removal/AuthorizationService.h"
@@ -14,12 +8,14 @@
 #include "Removal/UninstallService.h"
 #include "ViewModels/MainViewModel.h"
 #include "ViewModels/PutBackPresenter.h"
+#include "Views/IconShape.h"
+#include "Views/QuenzoUi.h"
 #include "fakemac/FakeMacRemovalTools.h"
 #include "fakemac/FakePrivilegedShell.h"
 
 #include <QBuffer>
-#include <QCoreApplication>
 #include <QFile>
+#include <QGuiApplication>
 #include <QImage>
 #include <QJsonDocument>
 #include <QJsonObject>
@@ -27,6 +23,7 @@
 #include <QMutex>
 #include <QPainter>
 #include <QPainterPath>
+#include <QQmlEngine>
 #include <QSet>
 #include <QThreadPool>
 #include <QWaitCondition>
@@ -39,7 +36,7 @@ struct FixtureGates
     QWaitCondition changed;
     QSet<QString> heldScans;
     bool holdPrivilegedStep = false;
-    QString shell = QStringLiteral("run");
+    FakePrivilegedShell::Behaviour shell = FakePrivilegedShell::Behaviour::runAsCaller;
 
     template <typename Held> void waitWhile(Held held)
     {
@@ -82,14 +79,11 @@ public:
     Result run(const QString &program, const QStringList &arguments,
                const QByteArray &input) const override
     {
-        m_gates->waitWhile([&] { return m_gates->holdPrivilegedStep; });
-        using Behaviour = FakePrivilegedShell::Behaviour;
-        QMutexLocker lock(&m_gates->mutex);
-        const Behaviour behaviour = m_gates->shell == QLatin1String("cancel") ? Behaviour::cancel
-                                    : m_gates->shell == QLatin1String("fail")
-                                        ? Behaviour::fail
-                                        : Behaviour::runAsCaller;
-        lock.unlock();
+        FakePrivilegedShell::Behaviour behaviour;
+        m_gates->waitWhile([&] {
+            behaviour = m_gates->shell;
+            return m_gates->holdPrivilegedStep;
+        });
         return FakePrivilegedShell(behaviour).run(program, arguments, input);
     }
 
@@ -115,7 +109,7 @@ private:
 };
 
 namespace {
-// A rounded-square app icon in the colour, with a soft highlight, as an icns with one PNG.
+// A rounded-square app icon shaded in the colour, as an icns with one PNG.
 QByteArray iconFile(const QColor &color)
 {
     QImage image(256, 256, QImage::Format_ARGB32_Premultiplied);
@@ -128,11 +122,6 @@ QByteArray iconFile(const QColor &color)
     QPainterPath shape;
     shape.addRoundedRect(QRectF(12, 12, 232, 232), 52, 52);
     painter.fillPath(shape, fill);
-    painter.setPen(Qt::NoPen);
-    painter.setBrush(QColor(255, 255, 255, 215));
-    painter.drawEllipse(QRectF(78, 78, 100, 100));
-    painter.setBrush(color.darker(105));
-    painter.drawEllipse(QRectF(106, 106, 44, 44));
     painter.end();
     QByteArray png;
     QBuffer buffer(&png);
@@ -146,7 +135,6 @@ QByteArray iconFile(const QColor &color)
     const QByteArray entry = QByteArray("ic08") + bigEndian(quint32(8 + png.size())) + png;
     return QByteArray("icns") + bigEndian(quint32(8 + entry.size())) + entry;
 }
-
 } // namespace
 
 WindowFixture::WindowFixture(QObject *parent)
@@ -154,6 +142,15 @@ WindowFixture::WindowFixture(QObject *parent)
       m_gates(std::make_shared<FixtureGates>())
 {
     FakeMacRemovalTools::install(*m_mac);
+    connect(this, &WindowFixture::promptChanged, this, [this] {
+        using Behaviour = FakePrivilegedShell::Behaviour;
+        m_gates->update([this] {
+            m_gates->shell = m_privilegedShell == QLatin1String("cancel") ? Behaviour::cancel
+                             : m_privilegedShell == QLatin1String("fail") ? Behaviour::fail
+                                                                          : Behaviour::runAsCaller;
+            m_gates->holdPrivilegedStep = m_holdPrivilegedStep;
+        });
+    });
 }
 
 void WindowFixture::makeServices()
@@ -180,28 +177,6 @@ WindowFixture::~WindowFixture()
     while (uninstallRunning())
         QCoreApplication::processEvents(QEventLoop::AllEvents, 20);
     QThreadPool::globalInstance()->waitForDone();
-}
-
-QString WindowFixture::privilegedShell() const
-{
-    QMutexLocker lock(&m_gates->mutex);
-    return m_gates->shell;
-}
-
-void WindowFixture::setPrivilegedShell(const QString &behaviour)
-{
-    m_gates->update([this, &behaviour] { m_gates->shell = behaviour; });
-}
-
-bool WindowFixture::holdPrivilegedStep() const
-{
-    QMutexLocker lock(&m_gates->mutex);
-    return m_gates->holdPrivilegedStep;
-}
-
-void WindowFixture::setHoldPrivilegedStep(bool hold)
-{
-    m_gates->update([this, hold] { m_gates->holdPrivilegedStep = hold; });
 }
 
 std::optional<QString> WindowFixture::applyDescription(const QString &file)
@@ -235,16 +210,6 @@ void WindowFixture::paintIcon(const QString &appMacPath, const QString &color)
 {
     m_mac->addTextFile(appMacPath + QStringLiteral("/Contents/Resources/AppIcon.icns"),
                        iconFile(QColor(color)));
-}
-
-QString WindowFixture::addFile(const QString &macPath, qint64 size)
-{
-    return m_mac->addFile(macPath, size);
-}
-
-bool WindowFixture::exists(const QString &macPath) const
-{
-    return QFileInfo(m_mac->path(macPath)).exists();
 }
 
 QUrl WindowFixture::documentUrl()

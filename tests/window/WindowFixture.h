@@ -3,6 +3,7 @@
 
 #include "fakemac/FakeMac.h"
 
+#include <QFileInfo>
 #include <QObject>
 #include <QStringList>
 #include <QTemporaryDir>
@@ -26,14 +27,13 @@ class WindowFixture : public QObject
 {
     Q_OBJECT
     Q_PROPERTY(bool fullDiskAccess MEMBER m_fullDiskAccess)
-    Q_PROPERTY(QStringList openedUrls READ openedUrls)
+    Q_PROPERTY(QStringList openedUrls MEMBER m_openedUrls)
     Q_PROPERTY(QStringList copiedTexts MEMBER m_copiedTexts)
-    Q_PROPERTY(QString root READ root CONSTANT)
     // How the administrator prompt answers: "run" (granted, also for any other word), "cancel"
     // or "fail".
-    Q_PROPERTY(QString privilegedShell READ privilegedShell WRITE setPrivilegedShell)
+    Q_PROPERTY(QString privilegedShell MEMBER m_privilegedShell NOTIFY promptChanged)
     // While true, the privileged step waits (the uninstall stays running) until released.
-    Q_PROPERTY(bool holdPrivilegedStep READ holdPrivilegedStep WRITE setHoldPrivilegedStep)
+    Q_PROPERTY(bool holdPrivilegedStep MEMBER m_holdPrivilegedStep NOTIFY promptChanged)
 
 public:
     explicit WindowFixture(QObject *parent = nullptr);
@@ -41,11 +41,6 @@ public:
     ~WindowFixture() override;
 
     [[nodiscard]] QString root() const { return m_mac->root(); }
-    [[nodiscard]] QStringList openedUrls() const { return m_openedUrls; }
-    [[nodiscard]] QString privilegedShell() const;
-    void setPrivilegedShell(const QString &behaviour);
-    [[nodiscard]] bool holdPrivilegedStep() const;
-    void setHoldPrivilegedStep(bool hold);
 
     // Lays out the fake Mac a JSON description names (see FakeMac::apply); what is wrong with
     // it, if anything.
@@ -59,9 +54,15 @@ public:
     // as the bundle's Info.plist names it).
     Q_INVOKABLE void paintIcon(const QString &appMacPath, const QString &color);
     // A file of `size` bytes at a Mac path ("~/..." for the home); returns its real path.
-    Q_INVOKABLE QString addFile(const QString &macPath, qint64 size);
+    Q_INVOKABLE QString addFile(const QString &macPath, qint64 size)
+    {
+        return m_mac->addFile(macPath, size);
+    }
     // Whether anything exists at a Mac path ("~/.Trash/Writer.app").
-    Q_INVOKABLE bool exists(const QString &macPath) const;
+    Q_INVOKABLE bool exists(const QString &macPath) const
+    {
+        return QFileInfo::exists(m_mac->path(macPath));
+    }
     // A file URL of a plain document on the fake Mac.
     Q_INVOKABLE QUrl documentUrl();
     // The application palette of the Mac's "light" or "dark" appearance.
@@ -79,6 +80,9 @@ public:
     // Whether the uninstall task is still running (it may outlast the sessions' completion).
     Q_INVOKABLE bool uninstallRunning() const;
 
+signals:
+    void promptChanged();
+
 private:
     // The services on the laid-out Mac, made on first use.
     void makeServices();
@@ -92,6 +96,8 @@ private:
     MainViewModel *m_viewModel = nullptr;
     PutBackPresenter *m_putBack = nullptr;
     bool m_fullDiskAccess = true;
+    QString m_privilegedShell = QStringLiteral("run");
+    bool m_holdPrivilegedStep = false;
     QStringList m_openedUrls;
     QStringList m_copiedTexts;
 };
