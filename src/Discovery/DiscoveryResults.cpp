@@ -39,7 +39,7 @@ FileItem DiscoveryResults::makeItem(const QString &path, FileCategory category, 
     return item;
 }
 
-void DiscoveryResults::describePlaces(QList<FileItem> &items, const SystemLayout &layout)
+void describePlaces(QList<FileItem> &items, const SystemLayout &layout)
 {
     for (FileItem &item : items) {
         item.shownPath = layout.displayPath(item.path);

@@ -24,11 +24,12 @@ public:
     // An item for a found path: measured, with the selection, confidence and note of its match.
     [[nodiscard]] static FileItem makeItem(const QString &path, FileCategory category,
                                            const Match &match, const Fingerprint &fingerprint);
-    // Fills in where each item lies, as the views show it: its shown path, whether the system
-    // protects it and whether only an administrator may change its folder.
-    static void describePlaces(QList<FileItem> &items, const SystemLayout &layout);
 
 private:
     QList<FileItem> m_items;
     QSet<QString> m_paths;
 };
+
+// Fills in where each item lies, as the views show it: its shown path, whether the system
+// protects it and whether only an administrator may change its folder.
+void describePlaces(QList<FileItem> &items, const SystemLayout &layout);

@@ -52,7 +52,7 @@ QList<FileItem> FileDiscoveryService::discoverFiles(const AppInfo &app) const
     report(app, u"command-line tools"_s);
     OwnFolderScans::scanCommandLineLinks(m_layout, fingerprint, results);
     QList<FileItem> items = results.takeItems();
-    DiscoveryResults::describePlaces(items, m_layout);
+    describePlaces(items, m_layout);
     return items;
 }
 

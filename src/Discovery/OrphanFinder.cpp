@@ -273,6 +273,6 @@ QList<OrphanGroup> OrphanFinder::find() const
         grouping.addPlain(entry);
     QList<OrphanGroup> groups = grouping.groups();
     for (OrphanGroup &group : groups)
-        DiscoveryResults::describePlaces(group.items, m_layout);
+        describePlaces(group.items, m_layout);
     return groups;
 }

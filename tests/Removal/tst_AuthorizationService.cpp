@@ -58,8 +58,9 @@ class TestAuthorizationService : public QObject
         QString trash = m_mac->trash(QFileInfo(original).fileName());
         QDir().mkpath(QFileInfo(trash).path());
         if (admin) {
-            const AuthorizationService helper(
-                m_mac->layout(), std::make_shared<FakePrivilegedShell>(), FakePrivilegedShell::helper());
+            const AuthorizationService helper(m_mac->layout(),
+                                              std::make_shared<FakePrivilegedShell>(),
+                                              FakePrivilegedShell::helper());
             const auto report = helper.removeWithAdminPrivileges({{original, trash}}, {}, {});
             const HelperRecord record = report.moves.value(QFile::encodeName(original));
             if (record.word != "moved")
@@ -203,7 +204,8 @@ private slots:
         const QString cache = resolved(u"~/Library/Caches/com.example"_s);
         QVERIFY(policy().isAllowed(cache));
         QVERIFY(!policy(u"other"_s).isAllowed(cache));
-        QVERIFY(policy(u"other"_s).isAllowed(resolved(u"/Users/other/Library/Caches/com.example"_s)));
+        QVERIFY(
+            policy(u"other"_s).isAllowed(resolved(u"/Users/other/Library/Caches/com.example"_s)));
     }
 
     // The per-user folders lose one trailing slash; malformed ones are no roots at all.

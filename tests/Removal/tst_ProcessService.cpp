@@ -160,7 +160,8 @@ private slots:
         QFETCH(QString, script);
         QFETCH(int, status);
         QFETCH(QString, output);
-        const ProcessOutput result = ProcessService(SystemLayout(u"/"_s)).run(program, {u"-c"_s, script});
+        const ProcessOutput result =
+            ProcessService(SystemLayout(u"/"_s)).run(program, {u"-c"_s, script});
         QCOMPARE(result.status, status);
         QVERIFY2(output == u"*" ? !result.output.isEmpty() : result.output == output,
                  qPrintable(result.output));

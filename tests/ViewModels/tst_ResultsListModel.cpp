@@ -29,7 +29,7 @@ private:
         found[0].category = category;
         found[0].path = m_mac->path(macPath);
         found[0].size = size;
-        DiscoveryResults::describePlaces(found, m_mac->layout()); // as discovery leaves it
+        describePlaces(found, m_mac->layout()); // as discovery leaves it
         return found[0];
     }
     static QVariant at(const ResultsListModel &model, int row, Role role)

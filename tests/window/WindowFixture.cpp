@@ -109,7 +109,7 @@ private:
 };
 
 namespace {
-// A rounded-square app icon shaded in the colour, as an icns with one PNG.
+// A rounded-square app icon in the colour, with a soft highlight, as an icns with one PNG.
 QByteArray iconFile(const QColor &color)
 {
     QImage image(256, 256, QImage::Format_ARGB32_Premultiplied);
@@ -122,6 +122,11 @@ QByteArray iconFile(const QColor &color)
     QPainterPath shape;
     shape.addRoundedRect(QRectF(12, 12, 232, 232), 52, 52);
     painter.fillPath(shape, fill);
+    painter.setPen(Qt::NoPen);
+    painter.setBrush(QColor(255, 255, 255, 215));
+    painter.drawEllipse(QRectF(78, 78, 100, 100));
+    painter.setBrush(color.darker(105));
+    painter.drawEllipse(QRectF(106, 106, 44, 44));
     painter.end();
     QByteArray png;
     QBuffer buffer(&png);
