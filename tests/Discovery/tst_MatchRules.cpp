@@ -81,6 +81,8 @@ void tst_MatchRules::match_data()
     row("com.acmex.draw", "", none);
     row("com.acme.writer.pro.plist", "", none); // Writer Pro's, and its identifier is longer
     row("com.acme.writer.pro", "named", none);  // nor by name
+    row("writer.sync.agent.plist", "names", exact);
+    row("writer.sync.agent.plist", "other id", none); // another app's identifier claims the name
     row("com.acme.sheets.plist", "", none);
     row("com.acme.writer.pro.plist", "as pro", exact);
     row("com.acme.writer.pro", "as pro", exact);
@@ -103,6 +105,8 @@ void tst_MatchRules::match()
         fp.vendor = fp.vendorPrefix = QString();
     if (how == u"named"_s)
         fp.names.insert(u"com.acme.writer.pro"_s);
+    if (how == u"other id"_s)
+        fp.otherAppIDs.insert(u"writer.sync.agent"_s);
     if (how == u"as pro"_s) {
         fp.mainBundleID = u"com.acme.writer.pro"_s;
         fp.bundleIDs = {fp.mainBundleID};
