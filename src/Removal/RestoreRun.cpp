@@ -168,3 +168,27 @@ QString RestoreRun::caseName(Outcome outcome)
     }
     return {};
 }
+
+QString RestoreRun::ItemReport::outcomeText() const
+{
+    switch (outcome) {
+    case Outcome::restored:
+        return QStringLiteral("Put back");
+    case Outcome::alreadyRestored:
+        return QStringLiteral("Already put back earlier");
+    case Outcome::occupied:
+        return QStringLiteral("Stayed in the Trash: something else is at its place now");
+    case Outcome::missing:
+        return QStringLiteral("No longer in the Trash");
+    case Outcome::canceled:
+        return QStringLiteral("Stayed in the Trash: administrator permission was not given");
+    case Outcome::notMoved:
+        return QStringLiteral("Never moved to the Trash");
+    case Outcome::forgotten:
+        return QStringLiteral("Installer receipt: comes back when the app is installed again");
+    case Outcome::failed:
+        break;
+    }
+    return message.isEmpty() ? QStringLiteral("Could not be put back")
+                             : QStringLiteral("Could not be put back: ") + message;
+}

@@ -40,6 +40,14 @@ public:
         UninstallRecord::Item item;
         Outcome outcome = Outcome::failed;
         QString message;
+
+        // What became of the item, as the user reads it ("Put back", "No longer in the Trash").
+        [[nodiscard]] QString outcomeText() const;
+        // Whether the item is at its place again.
+        [[nodiscard]] bool isBack() const
+        {
+            return outcome == Outcome::restored || outcome == Outcome::alreadyRestored;
+        }
     };
     struct Report
     {

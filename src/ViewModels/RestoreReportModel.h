@@ -19,9 +19,7 @@ public:
 
     void setReport(const RestoreRun::Report &report);
     // The words for an item's outcome; a failure carries its reason.
-    [[nodiscard]] static QString outcomeText(const RestoreRun::ItemReport &line);
     // Whether the item is at its place after the run, by this run or an earlier one.
-    [[nodiscard]] static bool isBack(RestoreRun::Outcome outcome);
 
     [[nodiscard]] int rowCount(const QModelIndex &parent = {}) const override;
     [[nodiscard]] QVariant data(const QModelIndex &index, int role) const override;

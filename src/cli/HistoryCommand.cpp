@@ -152,31 +152,11 @@ void HistoryCommand::writeReport(const RestoreRun::Report &report)
 {
     using Outcome = RestoreRun::Outcome;
     for (const RestoreRun::ItemReport &line : report.items) {
-        QString text;
-        switch (line.outcome) {
-        case Outcome::restored:
-            text = QStringLiteral("Put back: ");
-            break;
-        case Outcome::occupied:
-            text = QStringLiteral("! Left in the Trash, something is at its place now: ");
-            break;
-        case Outcome::missing:
-            text = QStringLiteral("! No longer in the Trash: ");
-            break;
-        case Outcome::failed:
-            text = QStringLiteral("! Could not put back (%1): ").arg(line.message);
-            break;
-        case Outcome::canceled:
-            text = QStringLiteral("! Not put back, no administrator permission: ");
-            break;
-        case Outcome::forgotten:
-            text = QStringLiteral("Installer receipt forgotten, not restorable: ");
-            break;
-        case Outcome::notMoved:
-        case Outcome::alreadyRestored:
+        // What the uninstall never moved, or an earlier restore brought back, needs no line.
+        if (line.outcome == Outcome::notMoved || line.outcome == Outcome::alreadyRestored)
             continue;
-        }
-        m_out << text << line.item.displayPath() << '\n';
+        m_out << (line.isBack() ? "" : "! ") << line.outcomeText() << ": "
+              << line.item.displayPath() << '\n';
     }
     m_out << '\n' << report.summary() << '\n';
 }

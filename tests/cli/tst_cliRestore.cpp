@@ -90,7 +90,7 @@ private slots:
         const QByteArray fresh = TreeFingerprint::of(taken);
         const CliRun restore = cli(u"restore"_s, {u"--last"_s});
         QCOMPARE(restore.exitCode, 1);
-        QVERIFY2(restore.out.contains(u"something is at its place now: "_s + prefs) &&
+        QVERIFY2(restore.out.contains(u"something else is at its place now: "_s + prefs) &&
                      restore.out.contains(u"7 items put back. 1 left in the Trash"_s),
                  qPrintable(restore.out));
         QCOMPARE(TreeFingerprint::of(taken), fresh);
