@@ -9,9 +9,9 @@
 // Why a call failed, as handed back in a Result.
 template <typename Error> struct Failure
 {
+    explicit Failure(Error why) : error(std::move(why)) {}
     Error error;
 };
-template <typename Error> Failure(Error) -> Failure<Error>;
 
 // What a call that may fail gives back: its value, or why it failed. The core's one way of
 // reporting failure: a call that gives nothing back returns std::optional<Error> instead (nothing

@@ -261,6 +261,30 @@ private slots:
         QCOMPARE(names(*viewModel), QStringList{u"C.app"_s}); // a new batch replaces it
     }
 
+    // "Add App…" lists the layout's Applications folder and one level below, by name, never an
+    // app inside an app; the ticked apps come back as one drop.
+    void appPickerListsTheApplicationsFolder()
+    {
+        for (const QString &name : {u"b.app"_s, u"A.app"_s, u"Utilities/C.app"_s})
+            app(name);
+        app(u"A.app/Contents/Helper.app"_s);
+        const auto viewModel = makeViewModel();
+        AppPickerModel &picker = *viewModel->appPicker();
+        QAbstractItemModelTester tester(&picker,
+                                        QAbstractItemModelTester::FailureReportingMode::QtTest);
+        picker.reload();
+        QTRY_COMPARE(picker.rowCount(), 3);
+        QStringList listed;
+        for (const auto role : {AppPickerModel::Role::name, AppPickerModel::Role::folder})
+            for (int row = 0; row < 3; ++row)
+                listed << picker.data(picker.index(row), int(role)).toString();
+        QCOMPARE(listed, (QStringList{u"A"_s, u"b"_s, u"C"_s, u"/Applications"_s,
+                                      u"/Applications"_s, u"/Applications/Utilities"_s}));
+        picker.toggle(2);
+        QCOMPARE(picker.checkedUrls(),
+                 QList{QUrl::fromLocalFile(m_mac->path(u"/Applications/Utilities/C.app"_s))});
+    }
+
     void iconCornersAreCut()
     {
         QImage square(100, 100, QImage::Format_ARGB32);
