@@ -1,7 +1,6 @@
 // SPDX-License-Identifier: MIT
 #include "Discovery/SizeMeasurer.h"
 #include "fakemac/FakeMac.h"
-#include "support/LongNames.h"
 #include "support/UnprivilegedFiles.h"
 
 #include <QTemporaryDir>
@@ -44,8 +43,8 @@ void tst_SizeMeasurer::measures()
     mac.addFile(item + u"/.hidden"_s, 200);
     mac.addFile(item + u"/Contents/deep/er/b"_s, 30);
     // At the name and path limits: a 255-byte name, a path past 1000 bytes.
-    mac.addFile(item + u'/' + LongNames::name255(u"entry-"_s), 300);
-    QVERIFY(mac.addFile(LongNames::deepBelow(mac, item) + u"/leaf"_s, 700).toUtf8().size() > 1000);
+    mac.addFile(item + u'/' + FakeMac::longestName(u"entry-"_s), 300);
+    QVERIFY(mac.addFile(mac.deepBelow(item) + u"/leaf"_s, 700).toUtf8().size() > 1000);
     qint64 links = 0;
     for (const auto &[name, target] : {std::pair{u"/big"_s, big},
                                        {u"/data"_s, mac.path(u"/data"_s)},

@@ -12,7 +12,6 @@
 #include "fakemac/FakeMacTools.h"
 #include "fakemac/FakePrivilegedShell.h"
 #include "fakemac/TreeFingerprint.h"
-#include "support/LongNames.h"
 #include "support/SessionRun.h"
 #include "support/TemporaryFakeMac.h"
 
@@ -61,7 +60,7 @@ class tst_RemovalFaults : public QObject
     QString addDeepFolder(const QString &macPath)
     {
         m_mac->addTextFile(macPath + u"/state.json"_s, macPath.toUtf8());
-        m_mac->addTextFile(LongNames::deepBelow(*m_mac, macPath) + u"/leaf"_s, "deep");
+        m_mac->addTextFile(m_mac->deepBelow(macPath) + u"/leaf"_s, "deep");
         return m_mac->path(macPath);
     }
 
@@ -280,7 +279,7 @@ private slots:
         const QString linked = notDone + u"A folder"_s;
         const QString notStopped = notDone + u"Not a launch daemon"_s;
         const QString receipt = u"/private/var/db/receipts/com.acme.writer.pkg.plist"_s;
-        const QString longName = u"~/Library/Caches/"_s + LongNames::name255(u"Cache "_s);
+        const QString longName = u"~/Library/Caches/"_s + FakeMac::longestName(u"Cache "_s);
         row("privileged script fails", u"fail"_s, kAdmin, false, 1,
             {failed + kAdmin + u" - Failed to remove files with admin privileges"_s});
         row("prompt cancelled", u"cancel"_s, kAdmin, false, 1, {failed + kAdmin + canceled});

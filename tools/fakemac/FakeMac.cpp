@@ -84,6 +84,22 @@ QString FakeMac::trash(const QString &name) const
     return m_home + QStringLiteral("/.Trash/") + name;
 }
 
+QString FakeMac::deepBelow(const QString &macPath, qsizetype bytes) const
+{
+    QString deep = macPath;
+    while (path(deep).toUtf8().size() < bytes)
+        deep += u'/' + QString(50, u'd');
+    return deep;
+}
+
+QString FakeMac::longestName(const QString &prefix)
+{
+    QString name = prefix + QString(100, u'ä');
+    while (name.toUtf8().size() < 255)
+        name.append(u'x');
+    return name;
+}
+
 QStringList FakeMac::entries() const
 {
     QStringList result = TreeFingerprint::entries(m_root);

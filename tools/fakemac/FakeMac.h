@@ -43,6 +43,12 @@ public:
     [[nodiscard]] QString path(const QString &macPath) const;
     // The real path of `name` in the user's Trash.
     [[nodiscard]] QString trash(const QString &name) const;
+    // A Mac path below `macPath`, of folders named by 50 letters, whose real path is at least
+    // `bytes` long: deeper than most tools expect. Nothing is created.
+    [[nodiscard]] QString deepBelow(const QString &macPath, qsizetype bytes = 1000) const;
+    // `prefix` followed by two-byte letters, then padding: exactly 255 bytes in UTF-8, the
+    // longest name a Mac's disk takes.
+    [[nodiscard]] static QString longestName(const QString &prefix);
     // Everything below the root but the fake Mac's own records, relative and sorted.
     [[nodiscard]] QStringList entries() const;
     // The layout through which the program sees this fake Mac; its per-user folders are read
