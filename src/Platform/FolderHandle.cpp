@@ -1,7 +1,7 @@
 // SPDX-License-Identifier: MIT
 #include "FolderHandle.h"
 
-#include <QFile>
+#include <QList>
 
 #include <cerrno>
 #include <cstring>

@@ -73,7 +73,6 @@ public:
     [[nodiscard]] SessionListModel *sessionModel() { return &m_sessionModel; }
     [[nodiscard]] PutBackPresenter *putBack() { return &m_putBack; }
     [[nodiscard]] AppPickerModel *appPicker() { return &m_appPicker; }
-    [[nodiscard]] const SystemLayout &layout() const { return m_layout; }
     [[nodiscard]] int sessionCount() const { return int(m_sessions.size()); }
 
     [[nodiscard]] const std::optional<QString> &notice() const { return m_notice; }

@@ -116,7 +116,7 @@ void ResultsListModel::appendAppRows(Layout &layout, const UninstallSession &ses
         layout.rows.append({RowKind::Scanning, sessionIndex});
         return;
     }
-    if (ResultsRules::isSIPProtected(session)) {
+    if (session.isSystemProtected()) {
         layout.rows.append({RowKind::ProtectedApp, sessionIndex});
         return;
     }
@@ -284,8 +284,7 @@ QVariant ResultsListModel::headerData(const Row &row, Role role) const
 
 QString ResultsListModel::appHeaderDetail(const UninstallSession &session) const
 {
-    if (session.status().kind() != UninstallStatus::Kind::ready ||
-        ResultsRules::isSIPProtected(session))
+    if (session.status().kind() != UninstallStatus::Kind::ready || session.isSystemProtected())
         return {};
     return ResultsRules::selectionSummary(session);
 }

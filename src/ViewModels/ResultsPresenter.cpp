@@ -119,7 +119,7 @@ ResultsPresenter::Body ResultsPresenter::body() const
 bool ResultsPresenter::isSingleSIPApp() const
 {
     const auto list = sessions();
-    return list.size() == 1 && ResultsRules::isSIPProtected(*list.constFirst());
+    return list.size() == 1 && list.constFirst()->isSystemProtected();
 }
 
 bool ResultsPresenter::hasFailures() const

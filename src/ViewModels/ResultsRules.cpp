@@ -6,11 +6,6 @@
 
 namespace ResultsRules {
 
-bool isSIPProtected(const UninstallSession &session)
-{
-    return session.appInfo().isSystemProtected;
-}
-
 bool hasProtectedFiles(const QList<const UninstallSession *> &sessions)
 {
     for (const UninstallSession *session : sessions) {

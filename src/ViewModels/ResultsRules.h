@@ -9,8 +9,6 @@
 // The decisions of the results screen that depend only on the sessions.
 namespace ResultsRules {
 
-// The app is part of the system (its bundle lies under the Mac's "/System/").
-[[nodiscard]] bool isSIPProtected(const UninstallSession &session);
 // Some selected item of any session lies in an administrator's folder or is not writable by us.
 [[nodiscard]] bool hasProtectedFiles(const QList<const UninstallSession *> &sessions);
 // The app's name for one session, "N apps" for several.
