@@ -1,7 +1,7 @@
 // SPDX-License-Identifier: MIT
 // The texts the records give the views: app names and category names.
 #include "Models/AppInfo.h"
-#include "Models/FileItem.h"
+#include "Models/FileCategory.h"
 
 #include <QTest>
 
@@ -17,7 +17,6 @@ private slots:
         QTest::addColumn<QString>("name");
         QTest::addColumn<QString>("expected");
         QTest::newRow("bundle") << u"Foo.app"_s << u"Foo"_s;
-        QTest::newRow("plain") << u"Foo"_s << u"Foo"_s;
         QTest::newRow("inner too") << u"Foo.app Helper.app"_s << u"Foo Helper"_s;
         QTest::newRow("case-sensitive") << u"Foo.APP"_s << u"Foo.APP"_s;
     }
